@@ -1,0 +1,79 @@
+#include "foundation/registry_key.h"
+
+#include "foundation/simple_exception.h"
+#include "foundation/win32_exception.h"
+
+#include <utility>
+
+namespace quenvolta
+{
+
+RegistryKey::RegistryKey(Registry& registry, QString path)
+    : m_registry(registry)
+    , m_path(std::move(path))
+{
+}
+
+std::optional<RegistryValue> RegistryKey::Read(const QString& name) const
+{
+    RegistryValue value;
+    const Win32Error error = m_registry.QueryValue(m_path, name, &value);
+    if (error == ERROR_FILE_NOT_FOUND)
+        return std::nullopt;
+    if (error != ERROR_SUCCESS)
+        throw Win32Exception(error, u"Cannot read configuration parameter '%s' from registry", name);
+    return value;
+}
+
+std::optional<QString> RegistryKey::ReadString(const QString& name) const
+{
+    const std::optional<RegistryValue> value = Read(name);
+    return value ? value->ToString() : std::nullopt;
+}
+
+std::optional<std::uint32_t> RegistryKey::ReadDword(const QString& name) const
+{
+    const std::optional<RegistryValue> value = Read(name);
+    return value ? value->ToDword() : std::nullopt;
+}
+
+std::optional<QStringList> RegistryKey::ReadList(const QString& name) const
+{
+    const std::optional<RegistryValue> value = Read(name);
+    if (!value)
+        return std::nullopt;
+    std::optional<QStringList> list = value->ToStringList();
+    if (!list)
+        throw SimpleException(u"Data type of '%s' value is unexpected", name);
+    return list;
+}
+
+QList<NamedRegistryValue> RegistryKey::ReadAll() const
+{
+    QList<NamedRegistryValue> values;
+    const Win32Error error = m_registry.EnumerateValues(m_path, &values);
+    if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND)
+        throw Win32Exception(error, u"Cannot enumerate registry values");
+    return values;
+}
+
+void RegistryKey::Write(const QString& name, const RegistryValue& value)
+{
+    if (const Win32Error error = m_registry.FindKey(m_path); error != ERROR_SUCCESS)
+        RefuseOpening(error);
+    if (const Win32Error error = m_registry.SetValue(m_path, name, value); error != ERROR_SUCCESS)
+        throw Win32Exception(error, u"Cannot set registry '%s' value", name);
+}
+
+void RegistryKey::Create()
+{
+    if (const Win32Error error = m_registry.CreateKey(m_path); error != ERROR_SUCCESS)
+        throw Win32Exception(error, u"Cannot create registry key %s\\%s", m_registry.RootName(), m_path);
+}
+
+void RegistryKey::RefuseOpening(Win32Error error) const
+{
+    throw Win32Exception(error, u"Cannot open registry key %s\\%s", m_registry.RootName(), m_path);
+}
+
+} // namespace quenvolta

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+namespace quenvolta
+{
+
+enum class AccountKind {
+    Everyone = 0,
+    User = 1,  ///< a Subversion user
+    Group = 2, ///< a Subversion group
+    WindowsAccount = 3,
+};
+
+/// Whom a permission is for.
+struct Account {
+    AccountKind kind = AccountKind::Everyone;
+    /// The user's or group's name, a Windows account's security identifier; empty for everyone.
+    QString name;
+
+    bool operator==(const Account&) const = default;
+};
+
+} // namespace quenvolta

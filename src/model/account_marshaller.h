@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/group_member.h"
+#include "model/permission_entry.h"
+#include "wmi/wmi_class_ref.h"
+#include "wmi/wmi_object.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace quenvolta
+{
+
+/// Turns accounts and permission entries into the server's objects and back. A kind or a class that is none of
+/// an account's is a ComException of the invalid-argument code.
+class AccountMarshaller
+{
+public:
+    AccountMarshaller(IcWMIClassRef& user, IcWMIClassRef& group, IcWMIClassRef& everyone, IcWMIClassRef& windowsAccount,
+                      IcWMIClassRef& permissionEntry);
+
+    WMIObject ToObject(const Account& account);
+    Account ToAccount(const WMIObject& object) const;
+    QList<WMIObject> ToObjects(const PermissionList& entries);
+    PermissionList ToPermissions(const QList<WMIObject>& objects) const;
+
+private:
+    IcWMIClassRef& m_user;
+    IcWMIClassRef& m_group;
+    IcWMIClassRef& m_everyone;
+    IcWMIClassRef& m_windowsAccount;
+    IcWMIClassRef& m_permissionEntry;
+};
+
+} // namespace quenvolta

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+
+namespace quenvolta
+{
+
+/// An answer that older servers don't give.
+enum class KnownState {
+    Unknown = 0,
+    Yes = 1,
+    No = 2,
+};
+
+/// The settings of the web service.
+struct ServerSettings {
+    QString repositoriesRoot;
+    bool adjustRepositoriesRootPermissions = false;
+    QString serverName;
+    bool useCustomServerName = false;
+    QString customServerName;
+    /// Unknown before server 3.0.
+    KnownState domainController = KnownState::Unknown;
+    bool useSecureConnection = false;
+    std::uint32_t unsecurePort = 0;
+    std::uint32_t securePort = 0;
+    /// Else Subversion authentication.
+    bool windowsAuthentication = false;
+    bool basicAuthentication = true;
+    bool integratedAuthentication = false;
+    bool useUpnFormat = false;
+    /// Else on all addresses.
+    bool listenOnSelectedAddresses = false;
+    QStringList listenAddresses;
+    QString url;
+    bool accessLogging = false;
+    bool operationalLogging = false;
+    /// Unknown before server 3.2.
+    KnownState redirectFromLegacyWebInterface = KnownState::Unknown;
+
+    bool operator==(const ServerSettings&) const = default;
+};
+
+} // namespace quenvolta
