@@ -1,0 +1,127 @@
+#include "provider/svn/svn_repository.h"
+
+#include "provider/provider_error.h"
+#include "provider/svn/repository_names.h"
+#include "provider/svn/repository_texts.h"
+#include "provider/svn/svn_failure.h"
+#include "provider/svn/svn_log.h"
+
+#include <algorithm>
+#include <apr_strings.h>
+#include <cstdint>
+#include <svn_error.h>
+#include <svn_fs.h>
+#include <sys/stat.h>
+
+namespace quenvolta
+{
+
+namespace
+{
+
+// Without a callback of ours the library ends the process when it has something to say.
+void LogWarning(void* /*baton*/, svn_error_t* error)
+{
+    for (const svn_error_t* cause = error; cause != nullptr; cause = cause->child)
+        qCWarning(logSvn) << cause->apr_err << (cause->message != nullptr ? cause->message : "");
+}
+
+// The library keeps what it read for the life of the process, by identity and path. A copy that was put back there from
+// a backup has the same of both and other revisions; the file of its identity is a new one, though.
+apr_hash_t* CacheConfiguration(const QByteArray& path, apr_pool_t* pool)
+{
+    struct stat identity {
+    };
+    ::stat((path + "/db/uuid").constData(), &identity); // opening it tells what is wrong
+    const char* marker = apr_psprintf(pool, "%ju-%jd-%ld", static_cast<std::uintmax_t>(identity.st_ino),
+                                      static_cast<std::intmax_t>(identity.st_ctim.tv_sec), identity.st_ctim.tv_nsec);
+    apr_hash_t* config = apr_hash_make(pool);
+    apr_hash_set(config, SVN_FS_CONFIG_FSFS_CACHE_NS, APR_HASH_KEY_STRING, marker);
+    return config;
+}
+
+} // namespace
+
+SvnRepository::SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool)
+    : m_pool(pool)
+    , m_name(name)
+{
+    apr_hash_t* config = CacheConfiguration(path, pool.Get());
+    CheckSvn(svn_repos_open3(&m_repository, path.constData(), config, pool.Get(), pool.Get()), texts::kCannotOpen,
+             name);
+    svn_fs_set_warning_func(Filesystem(), &LogWarning, nullptr);
+}
+
+svn_revnum_t SvnRepository::YoungestRevision() const
+{
+    svn_revnum_t revision = SVN_INVALID_REVNUM;
+    CheckSvn(svn_fs_youngest_rev(&revision, Filesystem(), m_pool.Get()), texts::kCannotRead, m_name);
+    return revision;
+}
+
+bool SvnRepository::HasCapability(const QString& capability) const
+{
+    svn_boolean_t has = FALSE;
+    svn_error_t* error = svn_repos_has_capability(m_repository, &has, capability.toUtf8().constData(), m_pool.Get());
+    if (error != nullptr && svn_error_find_cause(error, SVN_ERR_UNKNOWN_CAPABILITY) != nullptr) {
+        svn_error_clear(error);
+        return false;
+    }
+    CheckSvn(error, texts::kCannotRead, m_name);
+    return has != FALSE;
+}
+
+RepositoryEntry SvnRepository::Entry(const QString& path) const
+{
+    const svn_node_kind_t kind = KindAt(YoungestRoot(), path, m_pool);
+    if (kind == svn_node_none)
+        Refuse(WBEM_E_NOT_FOUND, texts::kEntryMissing, path);
+    const QString name = path.mid(path.size() == 1 ? 0 : path.lastIndexOf(u'/') + 1);
+    return {name, path, RepositoryNames::ParentOf(path), kind == svn_node_dir};
+}
+
+std::vector<RepositoryEntry> SvnRepository::Children(const QString& path) const
+{
+    svn_fs_root_t* root = YoungestRoot();
+    const svn_node_kind_t kind = KindAt(root, path, m_pool);
+    if (kind == svn_node_none)
+        Refuse(WBEM_E_NOT_FOUND, texts::kEntryMissing, path);
+    if (kind != svn_node_dir)
+        Refuse(WBEM_E_INVALID_PARAMETER, texts::kNotAFolder, path);
+
+    apr_hash_t* entries = nullptr;
+    CheckSvn(svn_fs_dir_entries(&entries, root, path.toUtf8().constData(), m_pool.Get()), texts::kCannotRead, m_name);
+
+    std::vector<RepositoryEntry> children;
+    children.reserve(apr_hash_count(entries));
+    const QString prefix = path.size() == 1 ? path : path + u'/';
+    for (apr_hash_index_t* at = apr_hash_first(m_pool.Get(), entries); at != nullptr; at = apr_hash_next(at)) {
+        const auto* entry = static_cast<const svn_fs_dirent_t*>(apr_hash_this_val(at));
+        const QString name = QString::fromUtf8(entry->name);
+        children.push_back({name, prefix + name, path, entry->kind == svn_node_dir});
+    }
+    std::sort(children.begin(), children.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+    return children;
+}
+
+svn_node_kind_t SvnRepository::KindAt(svn_fs_root_t* root, const QString& path, SvnPool& pool) const
+{
+    svn_node_kind_t kind = svn_node_none;
+    CheckSvn(svn_fs_check_path(&kind, root, path.toUtf8().constData(), pool.Get()), texts::kCannotRead, m_name);
+    return kind;
+}
+
+void SvnRepository::Refuse(HRESULT code, QStringView format, const QString& path) const
+{
+    throw ProviderError(code, path.isNull() ? format.toString().arg(m_name)
+                                            : format.toString().arg(m_name, RepositoryNames::Show(path)));
+}
+
+svn_fs_root_t* SvnRepository::YoungestRoot() const
+{
+    svn_fs_root_t* root = nullptr;
+    CheckSvn(svn_fs_revision_root(&root, Filesystem(), YoungestRevision(), m_pool.Get()), texts::kCannotRead, m_name);
+    return root;
+}
+
+} // namespace quenvolta

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/hresult.h"
+#include "provider/svn/svn_pool.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <svn_repos.h>
+#include <vector>
+
+namespace quenvolta
+{
+
+/// A folder or file in a repository.
+struct RepositoryEntry {
+    QString name;       ///< the last element of the path; "/" for the root
+    QString path;       ///< from the repository's root, begins with "/"
+    QString parentPath; ///< empty for the root
+    bool isFolder = false;
+};
+
+/// An opened repository; lives in the pool it was opened in. All failures are ProviderErrors.
+class SvnRepository
+{
+public:
+    /// `path` is the folder on the disk (canonical, UTF-8); `name` is for the messages.
+    SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool);
+
+    const QString& Name() const { return m_name; }
+    svn_fs_t* Filesystem() const { return svn_repos_fs(m_repository); }
+
+    svn_revnum_t YoungestRevision() const;
+
+    /// Whether it can do what the library calls `capability` ("mergeinfo"); false for what the library doesn't know.
+    bool HasCapability(const QString& capability) const;
+
+    /// The entry at a path in the youngest revision; WBEM_E_NOT_FOUND when there is none.
+    RepositoryEntry Entry(const QString& path) const;
+
+    /// What the folder at a path holds in the youngest revision, in the order of the names' code units.
+    std::vector<RepositoryEntry> Children(const QString& path) const;
+
+    /// The kind of what stands at `path` under `root`; svn_node_none when nothing does. `pool` is for what it needs.
+    svn_node_kind_t KindAt(svn_fs_root_t* root, const QString& path, SvnPool& pool) const;
+
+    /// The ProviderError of `code` that speaks of `path` in this repository.
+    [[noreturn]] void Refuse(HRESULT code, QStringView format, const QString& path = {}) const;
+
+private:
+    svn_fs_root_t* YoungestRoot() const;
+
+    SvnPool& m_pool;
+    QString m_name;
+    svn_repos_t* m_repository = nullptr;
+};
+
+} // namespace quenvolta
