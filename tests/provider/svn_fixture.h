@@ -25,6 +25,7 @@ protected:
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+        environment.insert(u"HOME"_s, QDir::tempPath() + u"/quenvolta-no-home"_s); // not the tester's own settings
         process.setProcessEnvironment(environment);
         process.start(program, arguments);
         EXPECT_TRUE(process.waitForFinished(60000));
@@ -39,6 +40,7 @@ protected:
 
     static void Write(const QString& path, const QByteArray& content)
     {
+        QFile::remove(path); // some of a repository's files are read-only
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);

@@ -19,7 +19,7 @@ TEST_F(SvnStore, ListsRepositoriesAndNothingElse)
 {
     MakeRepository(u"b"_s);
     m_store.Create(u"a"_s);
-    Run(u"svn"_s, {u"mkdir"_s, u"-m"_s, u"x"_s, UrlOf(u"b"_s) + u"/trunk"_s});
+    Run(u"svn"_s, {u"mkdir"_s, u"-qm"_s, u""_s, UrlOf(u"b"_s) + u"/trunk"_s});
     MakeRepository(u".creating-me"_s);
     QDir(m_root).mkdir(u"plain"_s);
     Write(PathOf(u"file"_s), "x");
@@ -74,7 +74,7 @@ TEST_F(SvnStore, CreatesWhatTheStockToolsAccept)
 {
     m_store.Create(u"new"_s);
     Run(u"svnadmin"_s, {u"verify"_s, u"-q"_s, PathOf(u"new"_s)});
-    Run(u"svn"_s, {u"mkdir"_s, u"-m"_s, u"x"_s, UrlOf(u"new"_s) + u"/trunk"_s});
+    Run(u"svn"_s, {u"mkdir"_s, u"-qm"_s, u""_s, UrlOf(u"new"_s) + u"/trunk"_s});
     EXPECT_TRUE(m_store.HasCapability(u"new"_s, u"mergeinfo"_s));
     EXPECT_FALSE(m_store.HasCapability(u"new"_s, u"no-such-thing"_s));
     struct stat status {
