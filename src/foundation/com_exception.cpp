@@ -10,7 +10,7 @@ QString ComException::GetMessage() const
     QString detail;
     if (!m_errorInformation || Failed(m_errorInformation->GetDescription(&detail)) || detail.isEmpty())
         detail = ErrorTextFromHResult(m_code);
-    return m_context.isEmpty() ? detail : m_context + u":\n" + detail;
+    return m_context.isEmpty() ? detail : m_context + QStringLiteral(":\n") + detail;
 }
 
 void CheckResult(HRESULT code)

@@ -6,7 +6,8 @@
 #include "wmi/wmi_object.h"
 
 #include <QList>
-#include <QStringList>
+
+#include <array>
 
 namespace quenvolta
 {
@@ -19,16 +20,15 @@ public:
     AccountMarshaller(IcWMIClassRef& user, IcWMIClassRef& group, IcWMIClassRef& everyone, IcWMIClassRef& windowsAccount,
                       IcWMIClassRef& permissionEntry);
 
-    WMIObject ToObject(const Account& account);
+    WMIObject ToObject(const Account& account) const;
     Account ToAccount(const WMIObject& object) const;
-    QList<WMIObject> ToObjects(const PermissionList& entries);
+    QList<WMIObject> ToObjects(const PermissionList& entries) const;
     PermissionList ToPermissions(const QList<WMIObject>& objects) const;
+    /// Objects that are neither users nor groups are skipped.
+    QList<GroupMember> ToGroupMembers(const QList<WMIObject>& objects) const;
 
 private:
-    IcWMIClassRef& m_user;
-    IcWMIClassRef& m_group;
-    IcWMIClassRef& m_everyone;
-    IcWMIClassRef& m_windowsAccount;
+    std::array<IcWMIClassRef*, 4> m_accounts; // in the order in which an object's class is tested
     IcWMIClassRef& m_permissionEntry;
 };
 

@@ -113,10 +113,8 @@ public:
     QStringList GetServerIpAddresses();
 
 private:
-    template <typename Create>
-    void CreateWithStructure(const QString& name, bool withStructure, const Create& create);
-    template <typename Convert>
-    std::uint32_t ConvertRepository(const QString& name, const Convert& convert);
+    void AddStructureAndAnnounce(const QString& name, bool withStructure);
+    std::uint32_t AnnounceConversion(const QString& name, std::uint32_t answer);
 
     ModelSubscribers m_subscribers;
     QString m_computerName;

@@ -9,6 +9,7 @@ namespace quenvolta
 {
 
 /// What a server can do, as masks of a 32-bit word.
+
 namespace ServerCapability
 {
 

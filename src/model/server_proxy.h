@@ -81,13 +81,18 @@ public:
     QStringList GetServerIpAddresses();
 
 private:
-    void ReadVersion();
+    WMIObject GetVersionObject();
+    WMIObject GetService();
+    WMIObject GetQdfsService();
+    QString RepositoryPath(const QString& name) const;
+    QString EntryPath(const TreePosition& position) const;
+    QString SecuredObjectPath(const TreePosition& target) const;
+    QStringList MemberPaths(const QList<GroupMember>& members) const;
+    QStringList ReadNames(const QString& className);
     RepositoryInfo ReadRepository(const WMIObject& object) const;
     RepositoryEntryInfo ReadEntry(const WMIObject& object) const;
     PermissionState ReadPermissionState(const WMIObject& object) const;
     ServerSettings ReadSettings(const WMIObject& service) const;
-    QStringList ReadNames(const QString& className);
-    void CallNamed(IcWMIClassRef& classRef, const QString& target, const QString& method, const QString& name);
 
     WbemLocatorFactory m_locatorFactory;
     QString m_computerName;
