@@ -1,0 +1,121 @@
+#include "provider/classes/repository_class.h"
+
+#include "provider/classes/repository_entry_class.h"
+#include "provider/data_lock.h"
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// What the contract calls a standalone repository.
+constexpr std::uint32_t kFsfsType = 0;
+
+} // namespace
+
+RepositoryClass::RepositoryClass(DataFolder& data)
+    : m_data(data)
+    , m_settings(data.Settings())
+{
+    Handle(u"Create"_s, Effect::Changes, [this](MethodCall& call) { Create(call); });
+    Handle(u"Rename"_s, Effect::Changes, [this](MethodCall& call) { Rename(call); });
+    Handle(u"Delete"_s, Effect::Changes, [this](MethodCall& call) { Delete(call); });
+    Handle(u"GetChildren"_s, Effect::Reads, [this](MethodCall& call) { GetChildren(call); });
+    Handle(u"CreateFolders"_s, Effect::Changes, [this](MethodCall& call) { CreateFolders(call); });
+    Handle(u"DeleteFolders"_s, Effect::Changes, [this](MethodCall& call) { DeleteFolders(call); });
+    Handle(u"HasCapability"_s, Effect::Reads, [this](MethodCall& call) { HasCapability(call); });
+    Handle(u"Upgrade"_s, Effect::Changes, [this](MethodCall& call) { Upgrade(call); });
+}
+
+std::optional<InstanceRow> RepositoryClass::Get(const ClassDefinitionPtr& definition, const Keys& keys, CallContext&)
+{
+    const QString name = keys.value(u"Name"_s);
+    return Row(definition, Store().Read(name), m_settings.RepositoriesUrl());
+}
+
+void RepositoryClass::Enumerate(const ClassDefinitionPtr& definition, CallContext& context)
+{
+    const QString repositoriesUrl = m_settings.RepositoriesUrl();
+    Store().Visit(
+        [&](const RepositoryRecord& record) { context.rows.AddInstance(Row(definition, record, repositoriesUrl)); },
+        context.cancel);
+}
+
+InstanceRow RepositoryClass::Row(const ClassDefinitionPtr& definition, const RepositoryRecord& record,
+                                 const QString& repositoriesUrl) const
+{
+    InstanceRow row(definition);
+    row.Set(u"Name", record.name)
+        .Set(u"URL", repositoriesUrl + EncodeForUrl(record.name))
+        .Set(u"InheritedOnlyPermissions", true);
+    // One that can't be opened is listed with what is known of it.
+    if (record.youngestRevision)
+        row.Set(u"Type", kFsfsType).Set(u"TotalRevisions", *record.youngestRevision);
+    return row;
+}
+
+void RepositoryClass::Create(MethodCall& call)
+{
+    const QString name = call.String(u"Name");
+    const DataLock lock(m_data.Path(), call.Context().cancel);
+    Store().Create(name);
+}
+
+void RepositoryClass::Rename(MethodCall& call)
+{
+    const QString oldName = call.String(u"OldName");
+    const QString newName = call.String(u"NewName");
+    const DataLock lock(m_data.Path(), call.Context().cancel);
+    const RepositoryStore store = Store();
+    if (call.Context().repeated && !store.Exists(oldName) && store.Exists(newName))
+        return; // the process that began this ended after the rename
+    store.Rename(oldName, newName);
+}
+
+void RepositoryClass::Delete(MethodCall& call)
+{
+    const QString name = call.String(u"Name");
+    const DataLock lock(m_data.Path(), call.Context().cancel);
+    const RepositoryStore store = Store();
+    if (call.Context().repeated && !store.Exists(name))
+        return; // the process that began this ended after the repository had disappeared
+    store.Delete(name);
+}
+
+void RepositoryClass::GetChildren(MethodCall& call)
+{
+    const QString name = call.Key(u"Name"_s);
+    const ClassDefinitionPtr definition = call.Context().classes.Find(u"Quenvolta_RepositoryEntry"_s);
+    const QString url = m_settings.RepositoriesUrl() + EncodeForUrl(name);
+    const QString parameter = u"Children"_s;
+    for (const RepositoryEntry& entry : Store().Children(name, call.String(u"Path")))
+        call.ReturnElement(parameter, RepositoryEntryClass::Row(definition, name, url, entry));
+}
+
+void RepositoryClass::CreateFolders(MethodCall& call)
+{
+    Store().CreateFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), {call.String(u"Message"), {}},
+                          call.Context().cancel);
+}
+
+void RepositoryClass::DeleteFolders(MethodCall& call)
+{
+    Store().DeleteFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), {call.String(u"Message"), {}},
+                          call.Context().cancel);
+}
+
+void RepositoryClass::HasCapability(MethodCall& call)
+{
+    call.Return(u"ReturnValue", Store().HasCapability(call.Key(u"Name"_s), call.String(u"Capability")));
+}
+
+void RepositoryClass::Upgrade(MethodCall& call)
+{
+    const DataLock lock(m_data.Path(), call.Context().cancel);
+    Store().Upgrade(call.Key(u"Name"_s));
+}
+
+} // namespace quenvolta

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "provider/data_folder.h"
+#include "provider/management_class.h"
+#include "provider/server_settings_reader.h"
+#include "provider/svn/svn_repository.h"
+
+namespace quenvolta
+{
+
+/// Quenvolta_RepositoryEntry: folders and files in the youngest revision. They are not enumerated.
+class RepositoryEntryClass final : public ManagementClass
+{
+public:
+    explicit RepositoryEntryClass(DataFolder& data);
+
+    std::optional<InstanceRow> Get(const ClassDefinitionPtr& definition, const Keys& keys,
+                                   CallContext& context) override;
+
+    /// The entry as an object; `repositoryUrl` is the repository's address without a slash at its end.
+    static InstanceRow Row(const ClassDefinitionPtr& definition, const QString& repository,
+                           const QString& repositoryUrl, const RepositoryEntry& entry);
+
+private:
+    ServerSettingsReader m_settings;
+};
+
+} // namespace quenvolta

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "provider/method_call.h"
+
+#include <QHash>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace quenvolta
+{
+
+/// One class of the server as the provider carries it out: its instances and its methods.
+/// Everything throws ProviderError.
+class ManagementClass
+{
+public:
+    using Handler = std::function<void(MethodCall&)>;
+    using Keys = QHash<QString, QString>;
+
+    virtual ~ManagementClass() = default;
+
+    /// The instance with these keys; nothing when there is none.
+    virtual std::optional<InstanceRow> Get(const ClassDefinitionPtr& definition, const Keys& keys,
+                                           CallContext& context);
+
+    /// Hands every instance to the context's row sink. Classes without instances of their own refuse.
+    virtual void Enumerate(const ClassDefinitionPtr& definition, CallContext& context);
+
+    /// The method's handler, or null when the provider doesn't carry it out.
+    const Handler* FindHandler(const QString& method) const;
+
+    /// True when the method changes the server, so that repeating it must be recognised.
+    bool Changes(const QString& method) const { return m_changing.contains(method); }
+
+protected:
+    enum class Effect { Reads, Changes };
+
+    void Handle(const QString& method, Effect effect, Handler handler);
+
+private:
+    QHash<QString, Handler> m_handlers;
+    QStringList m_changing;
+};
+
+} // namespace quenvolta

@@ -1,0 +1,47 @@
+#include "provider/server_namespaces.h"
+
+#include "provider/classes/account_class.h"
+#include "provider/classes/qdfs_service_class.h"
+#include "provider/classes/repository_class.h"
+#include "provider/classes/repository_entry_class.h"
+#include "provider/classes/security_descriptor_class.h"
+#include "provider/classes/service_class.h"
+#include "provider/classes/version_info_class.h"
+#include "provider/provider_error.h"
+#include "provider/server_settings_reader.h"
+#include "provider/svn/repository_store.h"
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const ServedVersion& version)
+{
+    auto server = std::make_unique<ManagementNamespace>(u"Quenvolta"_s, version.Table());
+    server->Add(u"Quenvolta_VersionInfo"_s, std::make_shared<VersionInfoClass>(version));
+    server->Add(u"Quenvolta_Repository"_s, std::make_shared<RepositoryClass>(data));
+    server->Add(u"Quenvolta_RepositoryEntry"_s, std::make_shared<RepositoryEntryClass>(data));
+    server->Add(u"Quenvolta_Service"_s, std::make_shared<ServiceClass>(data));
+    server->Add(u"Quenvolta_QdfsService"_s, std::make_shared<QdfsServiceClass>());
+    server->Add(u"Quenvolta_User"_s, std::make_shared<AccountClass>());
+    server->Add(u"Quenvolta_Group"_s, std::make_shared<AccountClass>());
+    server->Add(u"Quenvolta_SecurityDescriptor"_s, std::make_shared<SecurityDescriptorClass>());
+    return server;
+}
+
+std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& version)
+{
+    return std::make_unique<ManagementNamespace>(u"CIMV2"_s, version.Table());
+}
+
+void CleanLeftovers(DataFolder& data)
+{
+    try {
+        RepositoryStore(ServerSettingsReader(data.Settings()).RepositoriesRoot()).CleanLeftovers();
+    } catch (const ProviderError&) {
+        return;
+    }
+}
+
+} // namespace quenvolta

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "provider/data_folder.h"
+#include "provider/management_namespace.h"
+#include "provider/served_version.h"
+
+#include <memory>
+
+namespace quenvolta
+{
+
+/// The namespace root\Quenvolta of the server in `data`; `data` must outlive it.
+std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const ServedVersion& version);
+
+/// The computer's standard namespace root\CIMV2. Its classes have no instances yet.
+std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& version);
+
+/// Removes what ended providers left half made in the folder of the repositories. A folder that can't be
+/// read is no failure here: whatever needs it will say so.
+void CleanLeftovers(DataFolder& data);
+
+} // namespace quenvolta

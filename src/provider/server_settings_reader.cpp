@@ -1,0 +1,55 @@
+#include "provider/server_settings_reader.h"
+
+#include <QSysInfo>
+#include <QUrl>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int kHttpPort = 80;
+constexpr int kHttpsPort = 443;
+
+} // namespace
+
+ServerSettingsReader::ServerSettingsReader(Registry& registry)
+    : m_values(registry, RegistryAccessor::kServerKey.toString())
+{
+}
+
+bool ServerSettingsReader::UsesCustomName() const
+{
+    return !m_values.GetServerName().isEmpty();
+}
+
+QString ServerSettingsReader::ServerName() const
+{
+    const QString custom = m_values.GetServerName();
+    return custom.isEmpty() ? QSysInfo::machineHostName() : custom;
+}
+
+QString ServerSettingsReader::Origin() const
+{
+    const bool secure = m_values.GetUseSsl();
+    const int port = m_values.GetServerPort(secure);
+    QString origin = (secure ? "https://"_L1 : "http://"_L1) + ServerName();
+    if (port != (secure ? kHttpsPort : kHttpPort))
+        origin += u':' + QString::number(port);
+    return origin;
+}
+
+QString ServerSettingsReader::RepositoriesUrl() const
+{
+    return Origin() + "/svn/"_L1;
+}
+
+QString EncodeForUrl(const QString& path)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(path, QByteArrayLiteral("/!$&'()*+,=:@")));
+}
+
+} // namespace quenvolta

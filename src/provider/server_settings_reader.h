@@ -1,0 +1,35 @@
+#pragma once
+
+#include "foundation/registry_accessor.h"
+
+#include <QString>
+
+namespace quenvolta
+{
+
+/// The server's settings as the rest of the provider asks for them. Failures to read are Exceptions.
+class ServerSettingsReader
+{
+public:
+    explicit ServerSettingsReader(Registry& registry);
+
+    const RegistryAccessor& Values() const { return m_values; }
+
+    /// True when an administrator gave the server a name of its own.
+    bool UsesCustomName() const;
+    /// That name, else this computer's.
+    QString ServerName() const;
+    /// Scheme, name and port, such as "http://srv1:8080".
+    QString Origin() const;
+    /// The address below which the repositories stand, with the slash at its end.
+    QString RepositoriesUrl() const;
+    QString RepositoriesRoot() const { return m_values.GetRepositoriesRoot(); }
+
+private:
+    RegistryAccessor m_values;
+};
+
+/// A name or path as it stands in an address; slashes stay.
+QString EncodeForUrl(const QString& path);
+
+} // namespace quenvolta

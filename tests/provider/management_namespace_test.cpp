@@ -1,0 +1,234 @@
+#include "foundation/registry_accessor.h"
+#include "platform/wbem/class_table.h"
+#include "provider/management_namespace.h"
+#include "provider/provider_error.h"
+#include "provider/server_namespaces.h"
+#include "provider/unbuilt_methods.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Keeps what a call hands out.
+class KeptRows final : public RowSink
+{
+public:
+    void AddInstance(const InstanceRow& row) override { instances.append(row.ToObject()); }
+    void AddElement(const QString& parameter, const InstanceRow& row) override
+    {
+        elements[parameter].append(row.ToObject());
+    }
+
+    QList<WbemObjectPtr> instances;
+    QHash<QString, QList<WbemObjectPtr>> elements;
+};
+
+QString Text(const WbemObjectPtr& object, const QString& property)
+{
+    Variant value;
+    EXPECT_EQ(object->Get(property, &value, nullptr), S_OK) << property.toStdString();
+    const QString* text = std::get_if<QString>(&value);
+    return text ? *text : QString();
+}
+
+class ManagementNamespaceTest : public ::testing::Test
+{
+protected:
+    ManagementNamespaceTest()
+        : data(folder.filePath(u"data"_s))
+        , server(MakeServerNamespace(data, ServedVersion(u"3.3.1"_s)))
+    {
+    }
+
+    WbemObjectPtr Exec(const QString& path, const QString& method, const QList<std::pair<QString, Variant>>& in)
+    {
+        CallContext context{server->Classes(), rows, {}, QUuid::createUuid(), repeated};
+        auto parameters = std::make_shared<ClassDefinition>();
+        QList<Variant> values;
+        for (const auto& [name, value] : in) {
+            parameters->properties.append({name, TypeOf(value), false});
+            values.append(value);
+        }
+        return server->ExecMethod(path, method, std::make_shared<WbemObject>(parameters, values), context);
+    }
+
+    HRESULT CodeOf(const QString& path, const QString& method, const QList<std::pair<QString, Variant>>& in)
+    {
+        try {
+            Exec(path, method, in);
+        } catch (const ProviderError& error) {
+            EXPECT_FALSE(error.Description().isEmpty());
+            EXPECT_LT(error.Description().size(), 600);
+            return error.Code();
+        }
+        return S_OK;
+    }
+
+    QStringList RepositoryNames()
+    {
+        CallContext context{server->Classes(), rows, {}, {}, false};
+        rows.instances.clear();
+        server->EnumerateInstances(u"Quenvolta_Repository"_s, context);
+        QStringList names;
+        for (const WbemObjectPtr& each : std::as_const(rows.instances))
+            names.append(Text(each, u"Name"_s));
+        return names;
+    }
+
+    static CimType TypeOf(const Variant& value)
+    {
+        constexpr CimType kTypes[] = {CimType::String, CimType::Boolean, CimType::Sint32,      CimType::Uint32,
+                                      CimType::String, CimType::Object,  CimType::StringArray, CimType::ObjectArray};
+        return kTypes[value.index()];
+    }
+
+    QTemporaryDir folder;
+    DataFolder data;
+    std::unique_ptr<ManagementNamespace> server;
+    KeptRows rows;
+    bool repeated = false;
+};
+
+TEST_F(ManagementNamespaceTest, EveryMethodOfTheContractIsCarriedOutOrNamedAsUnbuilt)
+{
+    for (const QString& className : server->Classes().ClassNames()) {
+        for (const MethodDefinition& method : server->Classes().Find(className)->methods) {
+            const QString target = method.isStatic || !server->Classes().Find(className)->Keys().size()
+                                       ? className
+                                       : className + ".Name=\"x\""_L1;
+            const bool unbuilt = IsUnbuilt(className, method.name);
+            EXPECT_EQ(unbuilt, !server->HasHandler(className, method.name))
+                << className.toStdString() << "." << method.name.toStdString();
+            if (unbuilt && (method.isStatic || className != "Quenvolta_SecurityDescriptor"_L1)) {
+                EXPECT_EQ(CodeOf(target, method.name, {}), WBEM_E_NOT_SUPPORTED);
+            }
+        }
+    }
+}
+
+TEST_F(ManagementNamespaceTest, WhatTheTableDoesNotHoldIsRefused)
+{
+    const QString repository = u"Quenvolta_Repository"_s;
+    EXPECT_EQ(CodeOf(u"Quenvolta_Nothing"_s, u"Create"_s, {}), WBEM_E_INVALID_CLASS);
+    EXPECT_EQ(CodeOf(repository, u"Explode"_s, {}), WBEM_E_INVALID_METHOD);
+    EXPECT_EQ(CodeOf(repository, u"Create"_s, {{u"Name"_s, u"a"_s}, {u"Colour"_s, u"red"_s}}),
+              WBEM_E_INVALID_METHOD_PARAMETERS);
+    EXPECT_EQ(CodeOf(repository, u"Create"_s, {{u"Name"_s, 7}}), WBEM_E_TYPE_MISMATCH);
+    EXPECT_EQ(CodeOf(repository, u"Create"_s, {}), WBEM_E_INVALID_METHOD_PARAMETERS);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository.Name=\"a\""_s, u"Create"_s, {{u"Name"_s, u"b"_s}}),
+              WBEM_E_INVALID_METHOD_PARAMETERS);
+    EXPECT_EQ(CodeOf(repository, u"GetChildren"_s, {{u"Path"_s, u"/"_s}}), WBEM_E_INVALID_METHOD_PARAMETERS);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository.Title=\"a\""_s, u"Upgrade"_s, {}), WBEM_E_INVALID_OBJECT_PATH);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository.Name=\"a"_s, u"Upgrade"_s, {}), WBEM_E_INVALID_OBJECT_PATH);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository=@"_s, u"Upgrade"_s, {}), WBEM_E_INVALID_OBJECT_PATH);
+    EXPECT_TRUE(RepositoryNames().isEmpty());
+
+    const auto older = MakeServerNamespace(data, ServedVersion(u"2.5"_s));
+    CallContext context{older->Classes(), rows, {}, {}, false};
+    EXPECT_THROW(older->ExecMethod(repository, u"Rename"_s, nullptr, context), ProviderError);
+    EXPECT_FALSE(older->Classes().Find(u"Quenvolta_QdfsService"_s));
+}
+
+TEST_F(ManagementNamespaceTest, HostileNamesAndPathsAreRefusedAndTouchNothing)
+{
+    ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"good"_s}}), S_OK);
+    const QString good = u"Quenvolta_Repository.Name=\"good\""_s;
+    const auto listing = [this] {
+        return QDir(folder.path() + "/data/repositories"_L1)
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    };
+    const QStringList before = listing();
+    const QStringList names{QString(),
+                            u"a/b"_s,
+                            u".."_s,
+                            u".hidden"_s,
+                            u"a\nb"_s,
+                            u"a"_s + QChar(u'\0') + u"b"_s,
+                            QString(10'000, u'x'),
+                            u"../escape"_s};
+    for (const QString& name : names) {
+        const std::string shown = name.left(20).toStdString();
+        EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, name}}), WBEM_E_INVALID_PARAMETER)
+            << shown;
+        EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Rename"_s, {{u"OldName"_s, u"good"_s}, {u"NewName"_s, name}}),
+                  WBEM_E_INVALID_PARAMETER)
+            << shown;
+        EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Delete"_s, {{u"Name"_s, name}}), WBEM_E_INVALID_PARAMETER)
+            << shown;
+    }
+    for (const QString& path : {u"/../x"_s, u"//x"_s, u"x"_s, u"/a/./b"_s, u"/a\tb"_s, u"/a/"_s, QString()}) {
+        EXPECT_EQ(CodeOf(good, u"CreateFolders"_s, {{u"Folders"_s, QStringList{path}}, {u"Message"_s, u"m"_s}}),
+                  WBEM_E_INVALID_PARAMETER)
+            << path.toStdString();
+        EXPECT_EQ(CodeOf(good, u"GetChildren"_s, {{u"Path"_s, path}}), WBEM_E_INVALID_PARAMETER) << path.toStdString();
+    }
+    EXPECT_EQ(listing(), before);
+    EXPECT_FALSE(QDir(folder.path()).exists(u"escape"_s));
+}
+
+TEST_F(ManagementNamespaceTest, FoldersAndEntriesReadBackWithTheirAddresses)
+{
+    ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"My Project"_s}}), S_OK);
+    const QString path = u"Quenvolta_Repository.Name=\"My Project\""_s;
+    ASSERT_EQ(CodeOf(path, u"CreateFolders"_s,
+                     {{u"Folders"_s, QStringList{u"/trunk"_s, u"/trunk/50% \u00e4"_s}}, {u"Message"_s, u"two"_s}}),
+              S_OK);
+    Exec(path, u"GetChildren"_s, {{u"Path"_s, u"/trunk"_s}});
+    const QList<WbemObjectPtr> children = rows.elements.value(u"Children"_s);
+    ASSERT_EQ(children.size(), 1);
+    EXPECT_EQ(Text(children[0], u"Path"_s), u"/trunk/50% \u00e4"_s);
+    EXPECT_EQ(Text(children[0], u"ParentPath"_s), u"/trunk"_s);
+    EXPECT_TRUE(Text(children[0], u"URL"_s).endsWith(u"/svn/My%20Project/trunk/50%25%20%C3%A4"_s));
+
+    CallContext context{server->Classes(), rows, {}, {}, false};
+    const WbemObjectPtr root =
+        server->GetObject(u"Quenvolta_RepositoryEntry.RepositoryName=\"My Project\",Path=\"/\""_s, context);
+    Variant parent;
+    ASSERT_EQ(root->Get(u"ParentPath"_s, &parent, nullptr), S_OK);
+    EXPECT_TRUE(IsNullVariant(parent));
+}
+
+TEST_F(ManagementNamespaceTest, ARepeatedRequestFindsItsWorkDone)
+{
+    ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"old"_s}}), S_OK);
+    const QList<std::pair<QString, Variant>> rename{{u"OldName"_s, u"old"_s}, {u"NewName"_s, u"new"_s}};
+    ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Rename"_s, rename), S_OK);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Rename"_s, rename), WBEM_E_NOT_FOUND);
+    repeated = true;
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Rename"_s, rename), S_OK);
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Delete"_s, {{u"Name"_s, u"old"_s}}), S_OK);
+    EXPECT_EQ(RepositoryNames(), QStringList{u"new"_s});
+}
+
+TEST_F(ManagementNamespaceTest, TheServiceTellsItsSettingsAndSafeDefaults)
+{
+    CallContext context{server->Classes(), rows, {}, {}, false};
+    const WbemObjectPtr service = server->GetObject(u"Quenvolta_Service.Name=\"QuenvoltaServer\""_s, context);
+    Variant value;
+    service->Get(u"ListenAllIPAddresses"_s, &value, nullptr);
+    EXPECT_EQ(value, Variant(false));
+    service->Get(u"ListenIPAddressesArray"_s, &value, nullptr);
+    EXPECT_EQ(value, Variant(QStringList({u"127.0.0.1"_s, u"::1"_s})));
+    service->Get(u"UnsecurePort"_s, &value, nullptr);
+    EXPECT_EQ(value, Variant(std::uint32_t{8080}));
+    RegistryAccessor settings(data.Settings(), RegistryAccessor::kServerKey.toString());
+    settings.SetUseSsl(true);
+    settings.SetServerName(u"svn.example.org"_s);
+    settings.SetServerPort(true, 443);
+    const WbemObjectPtr changed = server->GetObject(u"Quenvolta_Service.Name=\"QuenvoltaServer\""_s, context);
+    EXPECT_EQ(Text(changed, u"URL"_s), u"https://svn.example.org/svn/"_s);
+    EXPECT_THROW(server->GetObject(u"Quenvolta_Service.Name=\"other\""_s, context), ProviderError);
+}
+
+} // namespace
+
+} // namespace quenvolta
