@@ -51,7 +51,7 @@ protected:
 
     WbemObjectPtr Exec(const QString& path, const QString& method, const QList<std::pair<QString, Variant>>& in)
     {
-        CallContext context{server->Classes(), rows, {}, QUuid::createUuid(), repeated};
+        CallContext context{server->Classes(), rows, {}, request, repeated};
         auto parameters = std::make_shared<ClassDefinition>();
         QList<Variant> values;
         for (const auto& [name, value] : in) {
@@ -95,6 +95,7 @@ protected:
     DataFolder data;
     std::unique_ptr<ManagementNamespace> server;
     KeptRows rows;
+    QUuid request = QUuid::createUuid();
     bool repeated = false;
 };
 
@@ -207,6 +208,23 @@ TEST_F(ManagementNamespaceTest, ARepeatedRequestFindsItsWorkDone)
     EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Rename"_s, rename), S_OK);
     EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Delete"_s, {{u"Name"_s, u"old"_s}}), S_OK);
     EXPECT_EQ(RepositoryNames(), QStringList{u"new"_s});
+
+    // The same request made the repository and the commit: there is no second one, and no failure.
+    const QString path = u"Quenvolta_Repository.Name=\"fresh\""_s;
+    const QList<std::pair<QString, Variant>> fresh{{u"Name"_s, u"fresh"_s}};
+    const QList<std::pair<QString, Variant>> trunk{{u"Folders"_s, QStringList{u"/trunk"_s}}, {u"Message"_s, u"m"_s}};
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, fresh), S_OK);
+        EXPECT_EQ(CodeOf(path, u"CreateFolders"_s, trunk), S_OK);
+    }
+    CallContext context{server->Classes(), rows, {}, {}, false};
+    Variant revisions;
+    server->GetObject(path, context)->Get(u"TotalRevisions"_s, &revisions, nullptr);
+    EXPECT_EQ(revisions, Variant(std::uint32_t{1}));
+    // Another request of the same content is no repetition.
+    request = QUuid::createUuid();
+    EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, fresh), WBEM_E_ALREADY_EXISTS);
+    EXPECT_EQ(CodeOf(path, u"CreateFolders"_s, trunk), WBEM_E_ALREADY_EXISTS);
 }
 
 TEST_F(ManagementNamespaceTest, TheServiceTellsItsSettingsAndSafeDefaults)

@@ -11,6 +11,15 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+CommitNote NoteOf(const MethodCall& call)
+{
+    CommitNote note;
+    note.message = call.String(u"Message");
+    note.requestId = call.Context().requestId.toString();
+    note.repeated = call.Context().repeated;
+    return note;
+}
+
 // What the contract calls a standalone repository.
 constexpr std::uint32_t kFsfsType = 0;
 
@@ -61,7 +70,7 @@ void RepositoryClass::Create(MethodCall& call)
 {
     const QString name = call.String(u"Name");
     const DataLock lock(m_data.Path(), call.Context().cancel);
-    Store().Create(name);
+    Store().Create(name, call.Context().requestId.toString(), call.Context().repeated);
 }
 
 void RepositoryClass::Rename(MethodCall& call)
@@ -97,14 +106,12 @@ void RepositoryClass::GetChildren(MethodCall& call)
 
 void RepositoryClass::CreateFolders(MethodCall& call)
 {
-    Store().CreateFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), {call.String(u"Message"), {}},
-                          call.Context().cancel);
+    Store().CreateFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), NoteOf(call), call.Context().cancel);
 }
 
 void RepositoryClass::DeleteFolders(MethodCall& call)
 {
-    Store().DeleteFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), {call.String(u"Message"), {}},
-                          call.Context().cancel);
+    Store().DeleteFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), NoteOf(call), call.Context().cancel);
 }
 
 void RepositoryClass::HasCapability(MethodCall& call)

@@ -50,6 +50,8 @@ FolderEditor::FolderEditor(const SvnRepository& repository, const CommitNote& no
     , m_cancel(cancel)
     , m_author((note.author.isEmpty() ? RunningUser() : note.author).toUtf8())
     , m_message(Normalized(note.message))
+    , m_requestId(note.requestId.toUtf8())
+    , m_repeated(note.repeated)
 {
 }
 
@@ -84,8 +86,12 @@ QStringList FolderEditor::Sorted(const QStringList& paths) const
 
 svn_revnum_t FolderEditor::CommitEdit(const QStringList& paths, Edit edit)
 {
+    if (m_repeated) {
+        if (const auto revision = m_repository.FindCommitOf(m_requestId))
+            return *revision;
+    }
     for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
-        SvnTransaction transaction(m_repository, m_author, m_message);
+        SvnTransaction transaction(m_repository, m_author, m_message, m_requestId);
         (this->*edit)(transaction, paths);
         ThrowIfCancelled(m_cancel);
         if (const auto revision = transaction.Commit())

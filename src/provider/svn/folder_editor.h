@@ -14,7 +14,9 @@ class SvnTransaction;
 /// What a commit says of itself.
 struct CommitNote {
     QString message;
-    QString author; ///< empty: the user account that runs this process
+    QString author;         ///< empty: the user account that runs this process
+    QString requestId = {}; ///< kept with the commit when it isn't empty
+    bool repeated = false; ///< the request was made before: a commit of it may be there, and then no second one is made
 };
 
 /// Makes and removes folders of one repository, each call one commit that no hook sees. When another commit comes
@@ -47,6 +49,8 @@ private:
     const CancelCheck& m_cancel;
     QByteArray m_author;
     QByteArray m_message;
+    QByteArray m_requestId;
+    bool m_repeated;
 };
 
 } // namespace quenvolta

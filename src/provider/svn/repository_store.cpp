@@ -57,6 +57,26 @@ void ThrowIfFailed(int error, QStringView format, const QString& name)
         ThrowSystemError(error, format.toString().arg(name));
 }
 
+// In a repository's folder: which request of a console made it.
+QString MarkPath(const QByteArray& repositoryFolder)
+{
+    return QString::fromUtf8(repositoryFolder) + "/quenvolta-request"_L1;
+}
+
+bool WriteMark(const QString& path, const QString& requestId)
+{
+    QFile mark(path);
+    const QByteArray text = requestId.toUtf8();
+    return mark.open(QIODevice::WriteOnly | QIODevice::NewOnly) && mark.write(text) == text.size() && mark.flush();
+}
+
+QString ReadMark(const QString& path)
+{
+    constexpr qint64 kLongest = 256;
+    QFile mark(path);
+    return mark.open(QIODevice::ReadOnly) ? QString::fromUtf8(mark.read(kLongest)) : QString();
+}
+
 // `name` is the repository that the messages of a failure speak of, `to` the name that may be taken.
 void MoveIntoPlace(int fromFolder, const char* from, int toFolder, const QString& to, QStringView format,
                    const QString& name)
@@ -116,11 +136,14 @@ bool RepositoryStore::Exists(const QString& name) const
     return Probe(OpenRoot().Get(), name) >= Presence::Unreadable;
 }
 
-void RepositoryStore::Create(const QString& name) const
+void RepositoryStore::Create(const QString& name, const QString& requestId, bool repeated) const
 {
     RepositoryNames::CheckNewName(name);
     const UniqueFd root = OpenRoot();
-    if (Probe(root.Get(), name) != Presence::Absent)
+    const Presence presence = Probe(root.Get(), name);
+    if (repeated && presence == Presence::Repository && ReadMark(MarkPath(FolderOf(name))) == requestId)
+        return;
+    if (presence != Presence::Absent)
         throw ProviderError(WBEM_E_ALREADY_EXISTS, texts::kRepositoryExists.toString().arg(name));
 
     const HiddenFolder hidden(m_root, root.Get(), HiddenFolder::kCreating);
@@ -135,6 +158,8 @@ void RepositoryStore::Create(const QString& name) const
                                   config, pool.Get()),
                  texts::kCannotCreate, name);
     }
+    if (!requestId.isEmpty() && !WriteMark(MarkPath(hidden.ContentPath().toUtf8()), requestId))
+        ThrowIfFailed(errno, texts::kCannotCreate, name);
     ThrowIfFailed(DurableFiles::SyncTree(hidden.ContentPath()), texts::kCannotCreate, name);
     MoveIntoPlace(hidden.Fd(), HiddenFolder::kContent, root.Get(), name, texts::kCannotCreate, name);
     SyncRoot(root.Get());

@@ -51,7 +51,8 @@ public:
 
     /// Builds a new, empty repository under a hidden name and moves it into place when it is safe on the disk.
     /// WBEM_E_ALREADY_EXISTS when anything has the name.
-    void Create(const QString& name) const;
+    /// A repeated request finds the repository that it made before and is content.
+    void Create(const QString& name, const QString& requestId = {}, bool repeated = false) const;
     void Rename(const QString& oldName, const QString& newName) const;
     /// The repository disappears at once; its files are removed before the call returns.
     void Delete(const QString& name) const;

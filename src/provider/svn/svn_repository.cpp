@@ -19,6 +19,9 @@ namespace quenvolta
 namespace
 {
 
+// So many commits of others may have come after a repeated request's own.
+constexpr svn_revnum_t kLookedBack = 100;
+
 // Without a callback of ours the library ends the process when it has something to say.
 void LogWarning(void* /*baton*/, svn_error_t* error)
 {
@@ -57,6 +60,21 @@ svn_revnum_t SvnRepository::YoungestRevision() const
     svn_revnum_t revision = SVN_INVALID_REVNUM;
     CheckSvn(svn_fs_youngest_rev(&revision, Filesystem(), m_pool.Get()), texts::kCannotRead, m_name);
     return revision;
+}
+
+std::optional<svn_revnum_t> SvnRepository::FindCommitOf(const QByteArray& requestId) const
+{
+    const svn_revnum_t youngest = YoungestRevision();
+    SvnPool step(m_pool);
+    for (svn_revnum_t revision = youngest; revision > std::max<svn_revnum_t>(0, youngest - kLookedBack); --revision) {
+        step.Clear();
+        svn_string_t* value = nullptr;
+        CheckSvn(svn_fs_revision_prop2(&value, Filesystem(), revision, kRequestProperty, FALSE, step.Get(), step.Get()),
+                 texts::kCannotRead, m_name);
+        if (value != nullptr && requestId == QByteArrayView(value->data, static_cast<qsizetype>(value->len)))
+            return revision;
+    }
+    return std::nullopt;
 }
 
 bool SvnRepository::HasCapability(const QString& capability) const

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
 #include <svn_repos.h>
 #include <vector>
 
@@ -30,7 +31,13 @@ public:
     const QString& Name() const { return m_name; }
     svn_fs_t* Filesystem() const { return svn_repos_fs(m_repository); }
 
+    /// The revision property that tells which request of a console made a commit.
+    static constexpr char kRequestProperty[] = "quenvolta:request";
+
     svn_revnum_t YoungestRevision() const;
+
+    /// The commit that a request made, when it is one of the last hundred: others may have committed since.
+    std::optional<svn_revnum_t> FindCommitOf(const QByteArray& requestId) const;
 
     /// Whether it can do what the library calls `capability` ("mergeinfo"); false for what the library doesn't know.
     bool HasCapability(const QString& capability) const;

@@ -12,7 +12,8 @@
 namespace quenvolta
 {
 
-SvnTransaction::SvnTransaction(const SvnRepository& repository, const QByteArray& author, const QByteArray& message)
+SvnTransaction::SvnTransaction(const SvnRepository& repository, const QByteArray& author, const QByteArray& message,
+                               const QByteArray& requestId)
     : m_repository(repository)
 {
     svn_fs_t* fs = repository.Filesystem();
@@ -25,6 +26,8 @@ SvnTransaction::SvnTransaction(const SvnRepository& repository, const QByteArray
     try {
         SetProperty(SVN_PROP_REVISION_AUTHOR, author);
         SetProperty(SVN_PROP_REVISION_LOG, message);
+        if (!requestId.isEmpty())
+            SetProperty(SvnRepository::kRequestProperty, requestId);
         CheckSvn(svn_fs_txn_root(&m_root, m_transaction, m_pool.Get()), texts::kCannotChange, repository.Name());
     } catch (...) {
         Abort();

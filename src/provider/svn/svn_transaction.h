@@ -14,7 +14,8 @@ namespace quenvolta
 class SvnTransaction
 {
 public:
-    SvnTransaction(const SvnRepository& repository, const QByteArray& author, const QByteArray& message);
+    SvnTransaction(const SvnRepository& repository, const QByteArray& author, const QByteArray& message,
+                   const QByteArray& requestId);
     ~SvnTransaction();
     Q_DISABLE_COPY_MOVE(SvnTransaction)
 
