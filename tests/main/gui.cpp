@@ -4,6 +4,8 @@
 
 int main(int argc, char** argv)
 {
+    // Windows of tests open nowhere, whatever display there is.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("quenvolta"));
     QCoreApplication::setApplicationName(QStringLiteral("test"));

@@ -166,7 +166,7 @@ TEST_F(ManagementNamespaceTest, HostileNamesAndPathsAreRefusedAndTouchNothing)
         EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Delete"_s, {{u"Name"_s, name}}), WBEM_E_INVALID_PARAMETER)
             << shown;
     }
-    for (const QString& path : {u"/../x"_s, u"//x"_s, u"x"_s, u"/a/./b"_s, u"/a\tb"_s, u"/a/"_s, QString()}) {
+    for (const QString& path : {u"/../x"_s, u"//x"_s, u"../x"_s, u"/a/./b"_s, u"/a\tb"_s, u"/a/"_s, QString()}) {
         EXPECT_EQ(CodeOf(good, u"CreateFolders"_s, {{u"Folders"_s, QStringList{path}}, {u"Message"_s, u"m"_s}}),
                   WBEM_E_INVALID_PARAMETER)
             << path.toStdString();
@@ -181,7 +181,7 @@ TEST_F(ManagementNamespaceTest, FoldersAndEntriesReadBackWithTheirAddresses)
     ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"My Project"_s}}), S_OK);
     const QString path = u"Quenvolta_Repository.Name=\"My Project\""_s;
     ASSERT_EQ(CodeOf(path, u"CreateFolders"_s,
-                     {{u"Folders"_s, QStringList{u"/trunk"_s, u"/trunk/50% \u00e4"_s}}, {u"Message"_s, u"two"_s}}),
+                     {{u"Folders"_s, QStringList{u"trunk"_s, u"/trunk/50% \u00e4"_s}}, {u"Message"_s, u"two"_s}}),
               S_OK);
     Exec(path, u"GetChildren"_s, {{u"Path"_s, u"/trunk"_s}});
     const QList<WbemObjectPtr> children = rows.elements.value(u"Children"_s);

@@ -11,6 +11,17 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+// Folders are named from the repository's root, with or without the slash before them.
+QStringList FoldersOf(const MethodCall& call)
+{
+    QStringList folders = call.StringArray(u"Folders");
+    for (QString& folder : folders) {
+        if (!folder.isEmpty() && !folder.startsWith(u'/'))
+            folder.prepend(u'/');
+    }
+    return folders;
+}
+
 CommitNote NoteOf(const MethodCall& call)
 {
     CommitNote note;
@@ -106,12 +117,12 @@ void RepositoryClass::GetChildren(MethodCall& call)
 
 void RepositoryClass::CreateFolders(MethodCall& call)
 {
-    Store().CreateFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), NoteOf(call), call.Context().cancel);
+    Store().CreateFolders(call.Key(u"Name"_s), FoldersOf(call), NoteOf(call), call.Context().cancel);
 }
 
 void RepositoryClass::DeleteFolders(MethodCall& call)
 {
-    Store().DeleteFolders(call.Key(u"Name"_s), call.StringArray(u"Folders"), NoteOf(call), call.Context().cancel);
+    Store().DeleteFolders(call.Key(u"Name"_s), FoldersOf(call), NoteOf(call), call.Context().cancel);
 }
 
 void RepositoryClass::HasCapability(MethodCall& call)

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace quenvolta::test
+{
+
+/// A server's data in a temporary folder, filled by the stock Subversion tools.
+class RealServer
+{
+public:
+    RealServer();
+
+    QString DataFolder() const { return m_folder.filePath(QStringLiteral("data")); }
+    QString RepositoriesFolder() const { return DataFolder() + QStringLiteral("/repositories"); }
+    /// A folder of the test's own beside the data.
+    QString Scratch(const QString& name) const { return m_folder.filePath(name); }
+
+    /// The provider's program that was built with the tests.
+    static QString ProviderProgram();
+    /// `quenvolta-provider --stdio` and what makes it serve this data, without the program.
+    QStringList ProviderArguments(const QString& asVersion = {}) const;
+
+    /// Makes a repository with svnadmin.
+    void MakeWithSvnadmin(const QString& name) const;
+    QString FileUrl(const QString& name) const;
+    /// Runs the stock client; what it prints. A failure fails the test.
+    QString Svn(const QStringList& arguments) const;
+    QString Svnlook(const QStringList& arguments) const;
+    /// Imports files (relative paths, with empty content) in one commit.
+    void Import(const QString& repository, const QStringList& files) const;
+
+private:
+    static QString Run(const QString& program, const QStringList& arguments);
+
+    QTemporaryDir m_folder;
+};
+
+} // namespace quenvolta::test
