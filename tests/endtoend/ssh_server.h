@@ -26,6 +26,7 @@ public:
     /// The key that the client offers from now on is one that the server doesn't know.
     void ForgetKey() const;
 
+    int Port() const { return m_port; }
     void Stop();
 
 private:
