@@ -1,0 +1,146 @@
+#include "platform/channel/channel_failure.h"
+
+#include "platform/channel/protocol.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qsizetype kMaxWords = 2000;
+
+// Exit statuses of a shell (or of ssh, which passes them on).
+constexpr int kCommandNotFound = 127;
+constexpr int kCommandNotExecutable = 126;
+/// ssh's own failure, whatever it was.
+constexpr int kSshFailed = 255;
+
+/// What ssh says when it got to the computer but wasn't let in, or didn't trust it.
+constexpr std::array kSshRefusals{
+    QByteArrayView("Permission denied ("),
+    QByteArrayView("Host key verification failed"),
+    QByteArrayView("REMOTE HOST IDENTIFICATION HAS CHANGED"),
+    QByteArrayView("Too many authentication failures"),
+};
+
+bool IsRefusal(const QByteArray& errorOutput)
+{
+    return std::any_of(kSshRefusals.begin(), kSshRefusals.end(),
+                       [&](QByteArrayView refusal) { return errorOutput.contains(refusal); });
+}
+
+struct EndMeaning {
+    HRESULT code;
+    ChannelText text;
+};
+
+EndMeaning MeaningOfExit(int exitCode, bool remote, const QByteArray& errorOutput)
+{
+    if (exitCode == kCommandNotFound)
+        return {WBEM_E_INVALID_NAMESPACE, ChannelText::NotInstalled};
+    if (exitCode == kCommandNotExecutable)
+        return {E_ACCESSDENIED, ChannelText::NotExecutable};
+    if (!remote || exitCode != kSshFailed)
+        return {RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello};
+    if (IsRefusal(errorOutput))
+        return {E_ACCESSDENIED, ChannelText::AccessRefused};
+    return {RPC_S_SERVER_UNAVAILABLE, ChannelText::HostUnreachable};
+}
+
+EndMeaning MeaningOf(const TransportEnd& end, bool remote, const QByteArray& errorOutput)
+{
+    switch (end.how) {
+    case TransportEnd::How::Exited:
+        return MeaningOfExit(end.exitCode, remote, errorOutput);
+    case TransportEnd::How::NotFound:
+        return remote ? EndMeaning{RPC_S_SERVER_UNAVAILABLE, ChannelText::SshMissing}
+                      : EndMeaning{WBEM_E_INVALID_NAMESPACE, ChannelText::NotInstalled};
+    case TransportEnd::How::Forbidden:
+        return remote ? EndMeaning{RPC_S_SERVER_UNAVAILABLE, ChannelText::SshMissing}
+                      : EndMeaning{E_ACCESSDENIED, ChannelText::NotExecutable};
+    case TransportEnd::How::Killed:
+        break;
+    }
+    return {RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello};
+}
+
+QString WithWords(const QString& sentence, const QByteArray& words)
+{
+    const QString plain = PlainWords(words);
+    return plain.isEmpty() ? sentence : sentence + u'\n' + plain;
+}
+
+QByteArray Joined(const QByteArray& noise, const QByteArray& errorOutput)
+{
+    return noise.isEmpty() || errorOutput.isEmpty() ? noise + errorOutput : noise + '\n' + errorOutput;
+}
+
+} // namespace
+
+QString PlainWords(const QByteArray& words)
+{
+    static const QRegularExpression kTerminalSequences(u"\\x1B\\[[0-9;?]*[ -/]*[@-~]"_s);
+    QString plain = QString::fromUtf8(words);
+    plain.remove(kTerminalSequences);
+    plain.replace(u'\t', u' ');
+    plain.removeIf([](QChar c) {
+        const QChar::Category category = c.category();
+        return c != u'\n' && (category == QChar::Other_Control || category == QChar::Other_Format);
+    });
+    plain = plain.trimmed();
+    return plain.size() <= kMaxWords ? plain : u'\u2026' + plain.last(kMaxWords - 1);
+}
+
+ChannelFailures::ChannelFailures(const ProviderCommand& command)
+    : m_command(command)
+{
+}
+
+QString ChannelFailures::Sentence(ChannelText text) const
+{
+    return ChannelTextOf(text).arg(m_command.computer);
+}
+
+ChannelFailure ChannelFailures::EndedBeforeHello(const TransportEnd& end, const QByteArray& noise,
+                                                 const QByteArray& errorOutput) const
+{
+    const EndMeaning meaning = MeaningOf(end, m_command.remote, errorOutput);
+    QString sentence = Sentence(meaning.text);
+    if (meaning.text == ChannelText::SshMissing)
+        sentence = sentence.arg(m_command.program);
+    return {meaning.code, WithWords(sentence, Joined(noise, errorOutput))};
+}
+
+ChannelFailure ChannelFailures::NoAnswerInTime(const QByteArray& noise, const QByteArray& errorOutput) const
+{
+    const double seconds = std::chrono::duration<double>(m_command.helloTimeout).count();
+    return {RPC_S_SERVER_UNAVAILABLE,
+            WithWords(Sentence(ChannelText::NoAnswerInTime).arg(seconds), Joined(noise, errorOutput))};
+}
+
+ChannelFailure ChannelFailures::VersionMismatch(int peersVersion, const QByteArray& errorOutput) const
+{
+    return {RPC_E_VERSION_MISMATCH,
+            WithWords(Sentence(ChannelText::VersionMismatch).arg(peersVersion).arg(kProtocolVersion), errorOutput)};
+}
+
+ChannelFailure ChannelFailures::InvalidData(const QString& what, const QByteArray& noise,
+                                            const QByteArray& errorOutput) const
+{
+    return {RPC_E_INVALID_DATA, WithWords(Sentence(ChannelText::InvalidData).arg(what), Joined(noise, errorOutput))};
+}
+
+ChannelFailure ChannelFailures::ConnectionLost(const QByteArray& errorOutput) const
+{
+    return {RPC_E_DISCONNECTED, WithWords(Sentence(ChannelText::ConnectionLost), errorOutput)};
+}
+
+} // namespace quenvolta

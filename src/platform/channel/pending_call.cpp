@@ -1,0 +1,65 @@
+#include "platform/channel/pending_call.h"
+
+#include "platform/wbem/wbem_object.h"
+
+namespace quenvolta
+{
+
+namespace
+{
+
+struct ErrorInfoMaker {
+    ErrorInfoPtr operator()(std::monostate) const { return nullptr; }
+    ErrorInfoPtr operator()(const QString& text) const { return CreateErrorInfo(text); }
+    ErrorInfoPtr operator()(const WbemObjectPtr& object) const { return std::dynamic_pointer_cast<IErrorInfo>(object); }
+};
+
+} // namespace
+
+bool PendingCall::Take(const RowsMessage& message)
+{
+    const Operation expected = message.parameter ? Operation::ExecMethod : Operation::CreateInstanceEnum;
+    if (m_operation != expected)
+        return false;
+    QList<WbemObjectPtr>& objects = message.parameter ? m_parameters[*message.parameter] : m_instances;
+    for (const QList<Variant>& row : message.rows)
+        objects.append(std::make_shared<WbemObject>(message.shape, row));
+    return true;
+}
+
+bool PendingCall::Take(const ResultMessage& message)
+{
+    if (Succeeded(message.code)) {
+        if (m_operation == Operation::GetObject && !message.object)
+            return false;
+        if (!TakeParameters(message.object))
+            return false;
+    }
+    m_code = message.code;
+    m_object = message.object;
+    m_error = std::visit(ErrorInfoMaker{}, message.error);
+    m_done = true;
+    return true;
+}
+
+bool PendingCall::TakeParameters(const WbemObjectPtr& object)
+{
+    for (auto each = m_parameters.cbegin(); each != m_parameters.cend(); ++each) {
+        Variant present;
+        const bool empty = object && Succeeded(object->Get(each.key(), &present)) && IsNullVariant(present);
+        if (!empty || Failed(object->Put(each.key(), each.value())))
+            return false;
+    }
+    m_parameters.clear();
+    return true;
+}
+
+void PendingCall::Lose(HRESULT code, const ErrorInfoPtr& error)
+{
+    m_code = code;
+    m_error = error;
+    m_done = true;
+    m_lost = true;
+}
+
+} // namespace quenvolta

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/channel/message.h"
+#include "platform/wbem/error_info.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+namespace quenvolta
+{
+
+/// A call that was sent, and what has come of its answer.
+class PendingCall
+{
+public:
+    explicit PendingCall(Operation operation)
+        : m_operation(operation)
+    {
+    }
+
+    /// The Result came, or the channel ended.
+    bool IsDone() const { return m_done; }
+    /// The call's own code; only when done.
+    HRESULT Code() const { return m_code; }
+    /// True when the answer was lost with the channel.
+    bool WasLost() const { return m_lost; }
+    const WbemObjectPtr& Object() const { return m_object; }
+    /// Instances of an enumeration that came and weren't taken.
+    QList<WbemObjectPtr>& Instances() { return m_instances; }
+    /// Gives the failure's information to the thread.
+    void PublishError() const { SetErrorInfo(m_error); }
+
+    /// Takes part of the answer. False when such a part can't belong to this call.
+    bool Take(const RowsMessage& message);
+    /// Takes the end of the answer. False when it lacks what the operation promises.
+    bool Take(const ResultMessage& message);
+    /// The answer was lost with the channel.
+    void Lose(HRESULT code, const ErrorInfoPtr& error);
+
+private:
+    bool TakeParameters(const WbemObjectPtr& object);
+
+    Operation m_operation;
+    bool m_done = false;
+    bool m_lost = false;
+    HRESULT m_code = S_OK;
+    WbemObjectPtr m_object;
+    ErrorInfoPtr m_error;
+    QList<WbemObjectPtr> m_instances;
+    QHash<QString, QList<WbemObjectPtr>> m_parameters; // of a method, by name
+};
+
+} // namespace quenvolta
