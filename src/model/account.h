@@ -16,7 +16,7 @@ enum class AccountKind {
 struct Account {
     AccountKind kind = AccountKind::Everyone;
     /// The user's or group's name, a Windows account's security identifier; empty for everyone.
-    QString name;
+    QString name = {};
 
     bool operator==(const Account&) const = default;
 };

@@ -13,7 +13,7 @@ enum class GroupMemberKind {
 /// A Subversion user or group inside a group.
 struct GroupMember {
     GroupMemberKind kind = GroupMemberKind::User;
-    QString name;
+    QString name = {};
 
     bool operator==(const GroupMember&) const = default;
 };

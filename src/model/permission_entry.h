@@ -18,7 +18,7 @@ enum class AccessLevel : std::uint32_t {
 
 /// One line of a permission list.
 struct PermissionEntry {
-    Account account;
+    Account account = {};
     AccessLevel accessLevel = AccessLevel::NoAccess;
 
     bool operator==(const PermissionEntry&) const = default;

@@ -14,13 +14,13 @@ enum class EntryKind {
 
 /// One folder or file inside a repository.
 struct RepositoryEntryInfo {
-    QString repositoryName;
+    QString repositoryName = {};
     /// Inside the repository, beginning with "/".
-    QString path;
-    QString name;
+    QString path = {};
+    QString name = {};
     /// Empty when the server reports none.
-    QString parentPath;
-    QString url;
+    QString parentPath = {};
+    QString url = {};
     EntryKind kind = EntryKind::File;
     PermissionState permissionState = PermissionState::Unknown;
 

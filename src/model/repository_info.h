@@ -17,16 +17,16 @@ inline constexpr std::int32_t kRepositoryTypeQdfsSlave = 2;
 
 /// One repository as the server reports it.
 struct RepositoryInfo {
-    QString name;
-    QString url;
+    QString name = {};
+    QString url = {};
     /// Absent on servers before 3.0 and when the server reports none.
-    std::optional<std::int32_t> type;
+    std::optional<std::int32_t> type = {};
     /// The latest revision; absent as `type`.
-    std::optional<std::int32_t> totalRevisions;
+    std::optional<std::int32_t> totalRevisions = {};
     PermissionState permissionState = PermissionState::Unknown;
     /// Present for a slave alone.
-    std::optional<QString> masterServer;
-    std::optional<QString> masterRepository;
+    std::optional<QString> masterServer = {};
+    std::optional<QString> masterRepository = {};
 
     bool operator==(const RepositoryInfo&) const = default;
 };
