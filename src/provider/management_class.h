@@ -34,9 +34,10 @@ public:
     /// True when the method changes the server, so that repeating it must be recognised.
     bool Changes(const QString& method) const { return m_changing.contains(method); }
 
-protected:
     enum class Effect { Reads, Changes };
 
+    /// Gives a method its handler. A class's methods may come from several groups, each an object of its own that adds
+    /// its handlers here and outlives the class.
     void Handle(const QString& method, Effect effect, Handler handler);
 
 private:
