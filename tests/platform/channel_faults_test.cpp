@@ -1,6 +1,7 @@
 #include "channel_fixture.h"
 #include "platform/channel/channel_failure.h"
 #include "platform/channel/channel_texts.h"
+#include "platform/channel/process_transport.h"
 
 #include <QStringList>
 
@@ -303,6 +304,21 @@ TEST_F(ChannelFaults, NothingButAHostReachesTheCommandLineOfSsh)
                                      QStringList{u"--"_s, good.host, u"quenvolta-provider"_s, u"--stdio"_s, u""_s};
         EXPECT_EQ(QString::fromUtf8(Contents("arguments")).split(u'\n'), expected);
     }
+}
+
+TEST_F(ChannelFaults, ErrorOutputIsReadWhileNothingIsAsked)
+{
+    ProcessTransport transport(u"/bin/sh"_s, {u"-c"_s, u"head -c 1000000 /dev/zero >&2; : >\"$DONE\"; cat"_s},
+                               {{u"DONE"_s, Path("done")}});
+    // The child stalls unless the event loop empties its pipe.
+    QDeadlineTimer deadline(30s);
+    while (!QFile::exists(Path("done")) && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
+    EXPECT_TRUE(QFile::exists(Path("done")));
+    EXPECT_GE(transport.ErrorOutput().size(), 64 * 1024);
+    EXPECT_LE(transport.ErrorOutput().size(), 192 * 1024);
+    EXPECT_EQ(transport.End(30s).how, TransportEnd::How::Exited);
+    EXPECT_EQ(transport.ProcessId(), 0);
 }
 
 TEST(ChannelFailure, APeersWordsBecomePlainText)
