@@ -1,0 +1,112 @@
+#include "host/console_program.h"
+
+#include "foundation/console_preferences.h"
+#include "host/console_window.h"
+#include "host/dark_palette.h"
+#include "host/picture.h"
+#include "host/printed_messages.h"
+#include "host/view_state.h"
+#include "platform/channel/channel_pool.h"
+#include "platform/registry/registry.h"
+#include "snapin/mmc_extension_about.h"
+#include "snapin/mmc_standalone_data.h"
+#include "ui/message_boxes.h"
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+ChannelOptions ReadChannelOptions()
+{
+    ChannelOptions options;
+    const QString beside = QApplication::applicationDirPath() + u'/' + options.localProgram;
+    if (QFileInfo(beside).isExecutable())
+        options.localProgram = beside;
+    options.sshProgram = qEnvironmentVariable("QUENVOLTA_SSH", options.sshProgram);
+    return options;
+}
+
+/// What a picture shows when nothing is named: the repositories, or why there are none.
+QStringList DefaultItem(ConsoleWindow& window)
+{
+    if (window.Host().Tree().Root()->children.empty())
+        return {};
+    return {LoadString(StringId::kRepositoriesName)};
+}
+
+/// The console with what outlives its window.
+class Console
+{
+public:
+    explicit Console(const CommandLine& line)
+        : m_line(line)
+    {
+    }
+
+    std::unique_ptr<IComponentData> CreateSnapIn(IcMessages& messages)
+    {
+        const WbemLocatorFactory factory = [this](WbemLocatorPtr* locator) {
+            *locator = m_channels->CreateLocator();
+            return S_OK;
+        };
+        return std::make_unique<CMMCStandaloneData>(SnapInServices{factory, m_preferences, messages}, m_line.arguments);
+    }
+
+    int OpenWindow()
+    {
+        ViewState state;
+        CMessageBoxes messages;
+        ConsoleWindow window(m_about, messages, &state);
+        messages.SetParent(&window);
+        window.LoadWhenPainted([&] { return CreateSnapIn(messages); });
+        window.show();
+        return QApplication::exec();
+    }
+
+    int RenderPicture()
+    {
+        PrintedMessages messages;
+        ConsoleWindow window(m_about, messages, nullptr);
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        window.show();
+        window.Load(CreateSnapIn(messages));
+        try {
+            ShowItemAt(window, m_line.pictureSelect.value_or(DefaultItem(window)));
+            WritePicture(window, m_line.pictureSize, m_line.pictureFile);
+        } catch (const Exception& exception) {
+            messages.ShowError(exception);
+            return EXIT_FAILURE;
+        }
+        return EXIT_SUCCESS;
+    }
+
+private:
+    const CommandLine& m_line;
+    Registry m_registry{u"HKEY_CURRENT_USER"_s, ConsolePreferences::DefaultFileName()};
+    ConsolePreferences m_preferences{m_registry};
+    std::shared_ptr<ChannelPool> m_channels = std::make_shared<ChannelPool>(ReadChannelOptions());
+    CMMCExtensionAbout m_about;
+};
+
+} // namespace
+
+int RunConsole(const CommandLine& line)
+{
+    if (line.dark)
+        UseDarkPalette();
+    Console console(line);
+    return line.task == CommandLine::Task::RenderPicture ? console.RenderPicture() : console.OpenWindow();
+}
+
+} // namespace quenvolta

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "host/console_host.h"
+#include "platform/mmc/snapin_about.h"
+#include "ui/messages.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class QAbstractItemView;
+class QLabel;
+
+namespace Ui
+{
+class ConsoleWindow;
+}
+
+namespace quenvolta
+{
+
+class MessageViewPage;
+class StatusViewPage;
+class ViewState;
+
+/// The console's window: the scope tree, the result pane, menus and bars.
+class ConsoleWindow final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    using SnapInFactory = std::function<std::unique_ptr<IComponentData>()>;
+
+    /// Failures and questions go to `messages`. A null `state` remembers nothing. All of them outlive the window.
+    ConsoleWindow(const ISnapinAbout& about, IcMessages& messages, ViewState* state);
+    ~ConsoleWindow() override;
+
+    /// Loads the snap-in and shows its root.
+    void Load(std::unique_ptr<IComponentData> snapIn);
+    /// Loads the snap-in once the window has been painted, so that a slow server doesn't keep the screen empty.
+    void LoadWhenPainted(SnapInFactory factory);
+
+    /// Opens the shown item in the tree.
+    void ExpandShownItem();
+
+    ConsoleHost& Host() { return m_host; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void ConnectActions();
+    void ConnectPanes();
+    void ConnectHost();
+    template <typename Body>
+    void Run(Body&& body);
+
+    IResultView* ResultViewOf(const QString& viewType);
+    void ShowView(const QString& viewType);
+    void ShowItem();
+    void ShowNames();
+    void ShowStatusText(const QString& text);
+    void ShowCount();
+    void ShowVerbs();
+    void ShowAbout();
+    void ArrangeColumn(int column, int width);
+    void SaveColumns();
+    void TakeTarget();
+    void GoUp();
+    void GoToNextPane();
+    void EditName();
+    void PopUpActions(QAbstractItemView& view, const QPoint& position);
+    void AdjustToFont();
+
+    const ISnapinAbout& m_about;
+    IcMessages& m_messages;
+    ViewState* m_state;
+    std::unique_ptr<Ui::ConsoleWindow> m_ui;
+    MessageViewPage* m_messagePage;
+    StatusViewPage* m_statusPage;
+    QLabel* m_count;
+    SnapInFactory m_snapInFactory;
+    bool m_arrangingColumns = false;
+    bool m_columnsTouched = false;
+    ConsoleHost m_host; // goes first: it no longer speaks to the widgets then
+};
+
+} // namespace quenvolta

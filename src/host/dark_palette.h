@@ -1,0 +1,9 @@
+#pragma once
+
+namespace quenvolta
+{
+
+/// Gives the application dark colours, whatever the desktop's are.
+void UseDarkPalette();
+
+} // namespace quenvolta

@@ -1,0 +1,19 @@
+#include "host/printed_messages.h"
+
+#include <cstdio>
+
+namespace quenvolta
+{
+
+void PrintedMessages::ShowError(const Exception& exception)
+{
+    ShowText({MessageIcon::Error, MessageButtons::Ok}, exception.GetMessage());
+}
+
+MessageAnswer PrintedMessages::ShowText(MessageStyle style, const QString& text)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+    return style.buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
+}
+
+} // namespace quenvolta

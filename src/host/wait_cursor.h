@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QCursor>
+#include <QGuiApplication>
+
+namespace quenvolta
+{
+
+/// The wait cursor while it lives.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+} // namespace quenvolta

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QLatin1StringView>
+
+namespace quenvolta
+{
+
+// What a data object can be asked for.
+inline constexpr QLatin1StringView CCF_NODETYPE("CCF_NODETYPE");               ///< the node type, 16 bytes
+inline constexpr QLatin1StringView CCF_SZNODETYPE("CCF_SZNODETYPE");           ///< its text, UTF-16 with a zero
+inline constexpr QLatin1StringView CCF_DISPLAY_NAME("CCF_DISPLAY_NAME");       ///< UTF-16 with a zero
+inline constexpr QLatin1StringView CCF_SNAPIN_CLASSID("CCF_SNAPIN_CLASSID");   ///< 16 bytes
+inline constexpr QLatin1StringView CCF_SNAPIN_PRELOADS("CCF_SNAPIN_PRELOADS"); ///< a boolean, 4 bytes
+
+} // namespace quenvolta

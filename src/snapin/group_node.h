@@ -1,0 +1,28 @@
+#pragma once
+
+#include "snapin/base_node_item.h"
+
+namespace quenvolta
+{
+
+/// A Subversion group, listed in the result pane.
+class CGroupNode final : public CBaseNodeItem<CGroupNode>
+{
+public:
+    static constexpr NodeType kNodeType{{0xCECDFE13, 0xA897, 0x40F0, 0x90, 0x93, 0x84, 0x76, 0x18, 0x8D, 0x4A, 0x54},
+                                        StringId::kGroupName};
+
+    CGroupNode(const NodeServices& services, QString name);
+
+protected:
+    QString DisplayName() const override { return m_name; }
+    void SetVerbs(IConsoleVerb& verb) override { Enable(verb, MMC_CONSOLE_VERB::MMC_VERB_DELETE); }
+    /// Left to the console.
+    HRESULT OnDblClick(IConsole& /*console*/) override { return S_FALSE; }
+    HRESULT OnDelete(IConsole& console) override;
+
+private:
+    QString m_name;
+};
+
+} // namespace quenvolta

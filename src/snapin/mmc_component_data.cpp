@@ -1,0 +1,168 @@
+#include "snapin/mmc_component_data.h"
+
+#include "snapin/groups_list_node.h"
+#include "snapin/mmc_component.h"
+#include "snapin/notification_boundary.h"
+#include "snapin/repositories_list_node.h"
+#include "snapin/root_item.h"
+#include "snapin/users_list_node.h"
+#include "ui/guard.h"
+
+namespace quenvolta
+{
+
+CMMCComponentData::CMMCComponentData(const SnapInServices& services, bool extension)
+    : m_model(services.locatorFactory, services.preferences)
+    , m_services{m_model, services.messages}
+    , m_root(std::make_shared<CRootItem>(m_services, extension))
+{
+    m_model.Subscribe(*this);
+}
+
+CMMCComponentData::~CMMCComponentData()
+{
+    m_model.Unsubscribe(*this);
+}
+
+HRESULT CMMCComponentData::Initialize(IConsole& console)
+{
+    m_console = &console;
+    return S_OK;
+}
+
+HRESULT CMMCComponentData::CreateComponent(std::unique_ptr<IComponent>* component)
+{
+    *component = std::make_unique<CMMCComponent>(*this);
+    return S_OK;
+}
+
+HRESULT CMMCComponentData::Notify(const DataObjectPtr& object, const MMCNotification& notification)
+{
+    return NotifyItem(m_services.messages, m_console, object, notification);
+}
+
+HRESULT CMMCComponentData::QueryDataObject(MMC_COOKIE cookie, DATA_OBJECT_TYPES type, DataObjectPtr* object)
+{
+    CSnapInItem* item = cookie != nullptr ? dynamic_cast<CSnapInItem*>(cookie) : m_root.get();
+    if (item == nullptr)
+        return E_UNEXPECTED;
+    *object = item->GetDataObject(type);
+    return S_OK;
+}
+
+HRESULT CMMCComponentData::GetDisplayInfo(SCOPEDATAITEM* item)
+{
+    CSnapInItem* node = item->lParam != nullptr ? static_cast<CSnapInItem*>(item->lParam) : m_root.get();
+    return node->GetScopePaneInfo(item);
+}
+
+template <typename Reaction>
+void CMMCComponentData::React(Reaction&& reaction)
+{
+    if (m_console != nullptr)
+        Guarded(m_services.messages, [&] { reaction(*m_console); });
+}
+
+void CMMCComponentData::OnRepositoryCreated(const QString& name)
+{
+    React([&](IConsole& console) {
+        if (CRepositoriesListNode* repositories = m_root->Repositories())
+            repositories->AddRepository(console, name);
+    });
+    React([&](IConsole& console) {
+        m_root->MarkCountsStale();
+        m_root->UpdateViews(console);
+    });
+}
+
+void CMMCComponentData::OnRepositoryDeleted(const QString& name)
+{
+    React([&](IConsole& console) {
+        if (CRepositoriesListNode* repositories = m_root->Repositories())
+            repositories->RemoveRepository(console, name);
+        m_root->MarkCountsStale();
+        m_root->UpdateViews(console);
+    });
+}
+
+void CMMCComponentData::OnRepositoryConverted(const QString& name)
+{
+    React([&](IConsole& console) {
+        if (CRepositoriesListNode* repositories = m_root->Repositories())
+            repositories->ReloadRepository(console, name);
+    });
+}
+
+void CMMCComponentData::OnSecurityChanged(const TreePosition& target, const PermissionList& entries)
+{
+    const PermissionState state = entries.isEmpty() ? PermissionState::InheritedOnly : PermissionState::Explicit;
+    React([&](IConsole& console) {
+        if (CRepositoriesListNode* repositories = m_root->Repositories())
+            repositories->UpdatePermissionState(console, target, state);
+    });
+}
+
+void CMMCComponentData::OnUserCreated(const QString& /*name*/)
+{
+    ReloadUsers();
+}
+
+void CMMCComponentData::OnUserDeleted(const QString& /*name*/)
+{
+    ReloadUsers();
+}
+
+void CMMCComponentData::OnGroupCreated(const QString& /*name*/)
+{
+    ReloadGroups();
+}
+
+void CMMCComponentData::OnGroupDeleted(const QString& /*name*/)
+{
+    ReloadGroups();
+}
+
+void CMMCComponentData::OnServerSettingsChanged()
+{
+    Rebuild();
+}
+
+void CMMCComponentData::OnComputerChanged()
+{
+    Rebuild();
+}
+
+void CMMCComponentData::OnUpdateStateChanged()
+{
+    React([this](IConsole& console) { m_root->UpdateViews(console); });
+}
+
+void CMMCComponentData::ReloadUsers()
+{
+    React([this](IConsole& console) {
+        if (CUsersListNode* users = m_root->Users())
+            users->Reload(console);
+        m_root->MarkCountsStale();
+        m_root->UpdateViews(console);
+    });
+}
+
+void CMMCComponentData::ReloadGroups()
+{
+    React([this](IConsole& console) {
+        if (CGroupsListNode* groups = m_root->Groups())
+            groups->Reload(console);
+        m_root->MarkCountsStale();
+        m_root->UpdateViews(console);
+    });
+}
+
+void CMMCComponentData::Rebuild()
+{
+    React([this](IConsole& console) {
+        m_root->Rebuild(console);
+        m_root->UpdateViews(console);
+    });
+}
+
+} // namespace quenvolta

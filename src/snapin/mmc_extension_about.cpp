@@ -1,0 +1,33 @@
+#include "snapin/mmc_extension_about.h"
+
+#include "snapin/node_images.h"
+#include "ui/string_table.h"
+
+namespace quenvolta
+{
+
+HRESULT CMMCExtensionAbout::GetSnapinDescription(QString* description) const
+{
+    *description = LoadString(StringId::kSnapInDescription);
+    return S_OK;
+}
+
+HRESULT CMMCExtensionAbout::GetProvider(QString* provider) const
+{
+    *provider = LoadString(StringId::kProviderName);
+    return S_OK;
+}
+
+HRESULT CMMCExtensionAbout::GetSnapinVersion(QString* version) const
+{
+    *version = QStringLiteral(QUENVOLTA_VERSION);
+    return S_OK;
+}
+
+HRESULT CMMCExtensionAbout::GetSnapinImage(int* iconResource) const
+{
+    *iconResource = kImageResources[kImageRoot];
+    return S_OK;
+}
+
+} // namespace quenvolta

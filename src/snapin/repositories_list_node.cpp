@@ -1,0 +1,167 @@
+#include "snapin/repositories_list_node.h"
+
+#include "model/model.h"
+#include "snapin/natural_order.h"
+#include "snapin/node_images.h"
+#include "snapin/repository_columns.h"
+#include "snapin/repository_root_node.h"
+#include "snapin/status_text.h"
+
+#include <algorithm>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int kRevisionsColumnWidth = 100;
+constexpr int kTypeColumnWidth = 120;
+
+constexpr int ImageOf(PermissionState state)
+{
+    return state == PermissionState::Explicit ? kImageRepositories + 1 : kImageRepositories;
+}
+
+} // namespace
+
+CRepositoriesListNode::CRepositoriesListNode(const NodeServices& services, bool windowsAuthentication)
+    : CBaseNodeItem(services, kImageRepositories, Expandable::Yes)
+    , m_windowsAuthentication(windowsAuthentication)
+{
+    const int image = ReadImage();
+    GetScopeData().nImage = image;
+    GetScopeData().nOpenImage = image;
+}
+
+void CRepositoriesListNode::AddRepository(IConsole& console, const QString& name)
+{
+    if (!m_childrenLoaded || Find(name) != m_children.end())
+        return;
+    auto child = std::make_shared<CRepositoryRootNode>(Services(), Model().GetRepository(name));
+    child->EnsurePermissionState(console);
+    const NaturalOrder order;
+    const auto next = std::ranges::find_if(
+        m_children, [&](const auto& other) { return order.IsBefore<CRepositoryNode>(*child, *other); });
+    const HSCOPEITEM before = next != m_children.end() ? (*next)->ScopeItem() : 0;
+    m_children.insert(next, child);
+    InsertChild(console, *child, before);
+}
+
+void CRepositoriesListNode::RemoveRepository(IConsole& console, const QString& name)
+{
+    const auto found = Find(name);
+    if (found == m_children.end())
+        return;
+    const std::shared_ptr<CRepositoryRootNode> child = std::move(*found);
+    m_children.erase(found);
+    console.NameSpace().DeleteItem(child->ScopeItem(), true);
+}
+
+void CRepositoriesListNode::ReloadRepository(IConsole& console, const QString& name)
+{
+    const auto found = Find(name);
+    if (found != m_children.end())
+        (*found)->ReloadState(console);
+}
+
+void CRepositoriesListNode::UpdatePermissionState(IConsole& console, const TreePosition& target, PermissionState state)
+{
+    if (target.repositoryName.isEmpty()) {
+        SetImage(console, ImageOf(state));
+        return;
+    }
+    const auto found = Find(target.repositoryName);
+    if (found != m_children.end())
+        (*found)->UpdatePermissionState(console, target.path, state);
+}
+
+HRESULT CRepositoriesListNode::OnExpand(IConsole& console, bool expanding, HSCOPEITEM item)
+{
+    if (!expanding)
+        return S_OK;
+    SetScopeItem(item);
+    m_expanded = true;
+    LoadChildren();
+    return InsertChildren(console);
+}
+
+HRESULT CRepositoriesListNode::OnShow(IConsole& console, bool selecting)
+{
+    if (!selecting || IsInError())
+        return CBaseNodeItem::OnShow(console, selecting);
+    console.ResultData().DeleteAllRsltItems();
+    IHeaderCtrl& header = console.Header();
+    header.InsertColumn(kNameColumn, LoadString(StringId::kColumnName), kNameColumnWidth);
+    if (Model().HasCapability(ServerCapability::kRepositoryType)) {
+        header.InsertColumn(kRevisionsColumn, LoadString(StringId::kColumnRevisions), kRevisionsColumnWidth);
+        header.InsertColumn(kTypeColumn, LoadString(StringId::kColumnType), kTypeColumnWidth);
+    }
+    return S_OK;
+}
+
+HRESULT CRepositoriesListNode::OnRefresh(IConsole& console)
+{
+    const CStatusText refreshing(console, LoadString(StringId::kRefreshing));
+    if (m_expanded) {
+        console.NameSpace().DeleteItem(ScopeItem(), false);
+        m_children.clear();
+        m_childrenLoaded = false;
+        LoadChildren();
+        console.SelectScopeItem(ScopeItem());
+        InsertChildren(console);
+    }
+    return SetImage(console, ReadImage());
+}
+
+void CRepositoriesListNode::LoadChildren()
+{
+    if (m_childrenLoaded)
+        return;
+    ReadChildren(StringId::kNoRepositoriesAccess, [this] {
+        const QList<RepositoryInfo> repositories = Model().GetRepositories();
+        m_children.reserve(static_cast<std::size_t>(repositories.size()));
+        for (const RepositoryInfo& repository : repositories)
+            m_children.push_back(std::make_shared<CRepositoryRootNode>(Services(), repository));
+        NaturalOrder().Sort(m_children);
+        m_childrenLoaded = true;
+    });
+}
+
+HRESULT CRepositoriesListNode::InsertChildren(IConsole& console)
+{
+    for (const auto& child : m_children) {
+        child->EnsurePermissionState(console);
+        const HRESULT result = InsertChild(console, *child);
+        if (Failed(result))
+            return result;
+    }
+    return S_OK;
+}
+
+CRepositoriesListNode::Children::iterator CRepositoriesListNode::Find(const QString& name)
+{
+    return std::ranges::find(m_children, name, [](const auto& child) { return child->Name(); });
+}
+
+bool CRepositoriesListNode::AreGlobalPermissionsAvailable() const
+{
+    const std::uint32_t level = Model().GetFeatureLevel();
+    return level == 0 || (level == 2 && m_windowsAuthentication);
+}
+
+int CRepositoriesListNode::ReadImage() const
+{
+    try {
+        if (!AreGlobalPermissionsAvailable())
+            return Image();
+        const bool hasEntries = !Model().GetSecurity({QString(), u"/"_s}).isEmpty();
+        return ImageOf(hasEntries ? PermissionState::Explicit : PermissionState::InheritedOnly);
+    } catch (const Exception&) {
+        return Image(); // only the icon hangs on it
+    }
+}
+
+} // namespace quenvolta

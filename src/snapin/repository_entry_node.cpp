@@ -1,0 +1,24 @@
+#include "snapin/repository_entry_node.h"
+
+#include "snapin/node_images.h"
+
+namespace quenvolta
+{
+
+CRepositoryEntryNode::CRepositoryEntryNode(const NodeServices& services, std::shared_ptr<RepositoryInfo> repository,
+                                           const RepositoryEntryInfo& entry)
+    : CRepositoryNode(services, std::move(repository), entry.kind == EntryKind::Folder, entry.permissionState,
+                      ImageOf(entry.kind == EntryKind::Folder ? kImageFolder : kImageFile, entry.permissionState))
+    , m_name(entry.name)
+    , m_path(entry.path)
+{
+    if (!entry.url.isEmpty())
+        SetUrl(entry.url);
+}
+
+int CRepositoryEntryNode::BaseImage() const
+{
+    return IsFolder() ? kImageFolder : kImageFile;
+}
+
+} // namespace quenvolta

@@ -1,0 +1,153 @@
+#include "snapin/root_item.h"
+
+#include "model/model.h"
+#include "snapin/groups_list_node.h"
+#include "snapin/node_images.h"
+#include "snapin/repositories_list_node.h"
+#include "snapin/status_page.h"
+#include "snapin/status_text.h"
+#include "snapin/users_list_node.h"
+
+#include <QCoreApplication>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int kStatusPageResource = 209;
+constexpr int kTypeOfNodeColumn = 1;
+constexpr int kDescriptionColumn = 2;
+
+void RenderInto(IConsole& console, IBaseNode& node)
+{
+    IResultView* view = nullptr;
+    if (Failed(console.QueryResultView(&view)))
+        return;
+    if (auto* page = dynamic_cast<IcStatusPage*>(view))
+        node.RenderStatus(*page);
+}
+
+} // namespace
+
+CRootItem::CRootItem(const NodeServices& services, bool extension)
+    : CBaseNodeItem(services, kImageRoot, Expandable::Yes)
+    , m_extension(extension)
+{
+}
+
+CRootItem::~CRootItem() = default;
+
+HRESULT CRootItem::GetResultViewType(QString* viewType)
+{
+    const QString module = QCoreApplication::applicationFilePath();
+    *viewType = module.isEmpty() ? QString() : u"res://%1/%2"_s.arg(module).arg(kStatusPageResource);
+    return S_OK;
+}
+
+void CRootItem::RenderStatus(IcStatusPage& page)
+{
+    if (m_countsStale && m_status.isRead)
+        m_status.ReadCounts(Model());
+    m_countsStale = false;
+    page.ShowStatus(m_status);
+}
+
+void CRootItem::Rebuild(IConsole& console)
+{
+    if (ScopeItem() == 0)
+        return;
+    UpdateScopeItem(console, SDI_STR);
+    BuildChildren(console);
+}
+
+HRESULT CRootItem::UpdateViews(IConsole& console)
+{
+    return console.UpdateAllViews(GetDataObject(DATA_OBJECT_TYPES::CCT_SCOPE));
+}
+
+QString CRootItem::DisplayName() const
+{
+    const QString product = LoadString(StringId::kCaption);
+    if (m_extension)
+        return product;
+    const QString& computer = Model().ComputerName();
+    return computer.isEmpty() ? LoadString(StringId::kRootNameLocal, product)
+                              : LoadString(StringId::kRootNameRemote, product, computer);
+}
+
+QString CRootItem::GetResultPaneColInfo(int column)
+{
+    switch (column) {
+    case kTypeOfNodeColumn:
+        return LoadString(StringId::kRootTypeColumn);
+    case kDescriptionColumn:
+        return LoadString(StringId::kSnapInDescription);
+    default:
+        return DisplayName();
+    }
+}
+
+HRESULT CRootItem::OnExpand(IConsole& console, bool expanding, HSCOPEITEM item)
+{
+    if (!expanding)
+        return S_OK;
+    SetScopeItem(item);
+    return BuildChildren(console);
+}
+
+HRESULT CRootItem::OnShow(IConsole& console, bool selecting)
+{
+    if (selecting)
+        RenderInto(console, *this);
+    return S_OK;
+}
+
+HRESULT CRootItem::OnRefresh(IConsole& console)
+{
+    const CStatusText refreshing(console, LoadString(StringId::kRefreshing));
+    Model().Disconnect(); // the next call connects anew and reads the server's version and capabilities
+    const HRESULT result = BuildChildren(console);
+    UpdateViews(console);
+    return result;
+}
+
+HRESULT CRootItem::OnViewChange(IConsole& console)
+{
+    RenderInto(console, *this);
+    return S_OK;
+}
+
+HRESULT CRootItem::OnPreload(IConsole& console, HSCOPEITEM item)
+{
+    SetScopeItem(item);
+    return UpdateScopeItem(console, SDI_STR);
+}
+
+HRESULT CRootItem::BuildChildren(IConsole& console)
+{
+    m_status = CStatusSnapshot::Read(Model());
+    m_countsStale = false;
+    console.NameSpace().DeleteItem(ScopeItem(), false);
+    m_repositories.reset();
+    m_users.reset();
+    m_groups.reset();
+    if (!m_status.isRead)
+        return S_OK;
+
+    const bool windowsAuthentication = m_status.settings.windowsAuthentication;
+    m_repositories = std::make_shared<CRepositoriesListNode>(Services(), windowsAuthentication);
+    m_users = std::make_shared<CUsersListNode>(Services());
+    m_groups = std::make_shared<CGroupsListNode>(Services());
+    HRESULT result = InsertChild(console, *m_repositories);
+    if (windowsAuthentication)
+        return result;
+    if (Succeeded(result))
+        result = InsertChild(console, *m_users);
+    return Succeeded(result) ? InsertChild(console, *m_groups) : result;
+}
+
+} // namespace quenvolta

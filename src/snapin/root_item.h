@@ -1,0 +1,62 @@
+#pragma once
+
+#include "snapin/base_node_item.h"
+#include "snapin/status_snapshot.h"
+
+#include <memory>
+
+namespace quenvolta
+{
+
+class CGroupsListNode;
+class CRepositoriesListNode;
+class CUsersListNode;
+
+/// The managed server.
+class CRootItem final : public CBaseNodeItem<CRootItem>
+{
+public:
+    static constexpr NodeType kNodeType{{0x131B7A14, 0xB8F8, 0x43B3, 0xBC, 0x0F, 0xD4, 0x05, 0xDF, 0xF0, 0x46, 0xE3},
+                                        StringId::kCaption};
+
+    /// `extension`: the root hangs below another snap-in's node.
+    CRootItem(const NodeServices& services, bool extension);
+    ~CRootItem() override;
+
+    HRESULT GetResultViewType(QString* viewType) override;
+    void RenderStatus(IcStatusPage& page) override;
+
+    /// Absent while the server can't be managed.
+    CRepositoriesListNode* Repositories() const { return m_repositories.get(); }
+    CUsersListNode* Users() const { return m_users.get(); }
+    CGroupsListNode* Groups() const { return m_groups.get(); }
+
+    /// Reads the status and builds the children anew; the name, too, where the computer may be another one.
+    void Rebuild(IConsole& console);
+    /// The counts of the status are read anew before they are shown again.
+    void MarkCountsStale() { m_countsStale = true; }
+    /// Has every view show the root anew.
+    HRESULT UpdateViews(IConsole& console);
+
+protected:
+    QString DisplayName() const override;
+    QString GetResultPaneColInfo(int column) override;
+    bool WantsPreload() const override { return !m_extension; }
+    HRESULT OnExpand(IConsole& console, bool expanding, HSCOPEITEM item) override;
+    HRESULT OnShow(IConsole& console, bool selecting) override;
+    HRESULT OnRefresh(IConsole& console) override;
+    HRESULT OnViewChange(IConsole& console) override;
+    HRESULT OnPreload(IConsole& console, HSCOPEITEM item) override;
+
+private:
+    HRESULT BuildChildren(IConsole& console);
+
+    bool m_extension;
+    CStatusSnapshot m_status;
+    bool m_countsStale = false;
+    std::shared_ptr<CRepositoriesListNode> m_repositories;
+    std::shared_ptr<CUsersListNode> m_users;
+    std::shared_ptr<CGroupsListNode> m_groups;
+};
+
+} // namespace quenvolta

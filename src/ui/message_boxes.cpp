@@ -1,0 +1,77 @@
+#include "ui/message_boxes.h"
+
+#include "foundation/wmi_client_exception.h"
+#include "ui/arrow_cursor.h"
+#include "ui/guidance.h"
+
+#include <QMessageBox>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Longer texts would make a box that is larger than the screen.
+constexpr qsizetype kLongestText = 1500;
+constexpr qsizetype kMostLines = 25;
+
+QMessageBox::Icon BoxIcon(MessageIcon icon)
+{
+    switch (icon) {
+    case MessageIcon::Question:
+        return QMessageBox::Question;
+    case MessageIcon::Warning:
+        return QMessageBox::Warning;
+    case MessageIcon::Error:
+        return QMessageBox::Critical;
+    case MessageIcon::Information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
+void SetText(QMessageBox& box, const QString& text)
+{
+    if (text.size() <= kLongestText && text.count(u'\n') < kMostLines) {
+        box.setText(text);
+        return;
+    }
+    const QString beginning = text.left(kLongestText).section(u'\n', 0, kMostLines - 1);
+    box.setText(beginning + u"\u2026\n\n"_s + LoadString(StringId::kMessageTooLong));
+    box.setDetailedText(text);
+}
+
+} // namespace
+
+void ShowError(QWidget* parent, const Exception& exception)
+{
+    const auto* explained = dynamic_cast<const WMIClientException*>(&exception);
+    if (explained != nullptr && ShowGuidance(parent, *explained))
+        return;
+    ShowText(parent, {MessageIcon::Error, MessageButtons::Ok}, exception.GetMessage());
+}
+
+MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text)
+{
+    const ArrowCursor cursor;
+    QMessageBox box(parent);
+    box.setWindowTitle(LoadString(StringId::kCaption));
+    box.setIcon(BoxIcon(style.icon));
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    SetText(box, text);
+    if (style.buttons == MessageButtons::Ok) {
+        box.setStandardButtons(QMessageBox::Ok);
+        box.exec();
+        return MessageAnswer::Ok;
+    }
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+} // namespace quenvolta

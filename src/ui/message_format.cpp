@@ -1,0 +1,65 @@
+#include "ui/message_format.h"
+
+#include <variant>
+
+namespace quenvolta
+{
+
+namespace
+{
+
+QString TextOf(const FormatArgument& argument)
+{
+    return std::visit(
+        [](const auto& value) {
+            if constexpr (std::same_as<std::remove_cvref_t<decltype(value)>, QString>)
+                return value;
+            else
+                return QString::number(value);
+        },
+        argument);
+}
+
+bool IsDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+/// The length of "!d!" and its like at the place, 0 when there is none.
+qsizetype KindLength(QStringView text, qsizetype place)
+{
+    if (place >= text.size() || text[place] != u'!')
+        return 0;
+    const qsizetype end = text.indexOf(u'!', place + 1);
+    return end < 0 ? 0 : end - place + 1;
+}
+
+} // namespace
+
+QString FormatMessage(QStringView text, const QList<FormatArgument>& inserts)
+{
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size();) {
+        if (text[i] == u'%' && i + 1 < text.size()) {
+            if (text[i + 1] == u'%') {
+                result += u'%';
+                i += 2;
+                continue;
+            }
+            qsizetype end = i + 1;
+            while (end < text.size() && end < i + 3 && IsDigit(text[end]))
+                ++end;
+            const int number = text.sliced(i + 1, end - i - 1).toInt();
+            if (number >= 1 && number <= inserts.size()) {
+                result += TextOf(inserts[number - 1]);
+                i = end + KindLength(text, end);
+                continue;
+            }
+        }
+        result += text[i++];
+    }
+    return result;
+}
+
+} // namespace quenvolta

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "foundation/exception.h"
+#include "ui/string_table.h"
+
+#include <QString>
+
+namespace quenvolta
+{
+
+enum class MessageIcon {
+    Information,
+    Question,
+    Warning,
+    Error,
+};
+
+enum class MessageButtons {
+    Ok,
+    YesNo, ///< No is the default
+};
+
+struct MessageStyle {
+    MessageIcon icon = MessageIcon::Information;
+    MessageButtons buttons = MessageButtons::Ok;
+};
+
+enum class MessageAnswer {
+    Ok,
+    Yes,
+    No,
+};
+
+/// How code without a window of its own tells and asks the administrator.
+class IcMessages
+{
+public:
+    virtual ~IcMessages() = default;
+    virtual void ShowError(const Exception& exception) = 0;
+    /// Shows a plain text and waits for the answer; closing the box answers No, or Ok where that is the only button.
+    virtual MessageAnswer ShowText(MessageStyle style, const QString& text) = 0;
+
+    /// ShowText with a text of the string table.
+    template <typename... Inserts>
+    MessageAnswer ShowMessage(MessageStyle style, int id, const Inserts&... inserts)
+    {
+        return ShowText(style, LoadString(id, inserts...));
+    }
+};
+
+} // namespace quenvolta
