@@ -89,6 +89,13 @@ TEST(SecurityTest, GoesTheWayOfTheServersVersion)
     }
 }
 
+TEST(SecurityTest, LeavesTheServerWideListOfAServerThatHasNoneToTheServer)
+{
+    test::VersionedModel versioned(u"2.6"_s);
+    ExpectCode(WBEM_E_NOT_FOUND, [&versioned] { versioned.model.SetSecurity({}, kEveryKind); });
+    EXPECT_EQ(versioned.server.CallsOf(u"SetSecurity"_s).value(0).path, u"Quenvolta_Repository.Name=\"\"");
+}
+
 TEST_F(AccountsTest, AnnouncesPermissionsAndRefusesWhatIsNoAccount)
 {
     server.data.repositories = {{.name = u"r"_s}};

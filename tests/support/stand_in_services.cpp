@@ -15,7 +15,8 @@ namespace
 
 HRESULT Answer(const Failure& failure)
 {
-    SetErrorInfo(failure.information);
+    if (failure.information)
+        SetErrorInfo(failure.information);
     return failure.code;
 }
 
