@@ -1,6 +1,7 @@
 #include "provider/data_folder.h"
 
 #include "foundation/registry_accessor.h"
+#include "foundation/registry_changes.h"
 #include "foundation/win32_exception.h"
 #include "provider/provider_error.h"
 #include "provider/provider_texts.h"
@@ -64,7 +65,11 @@ DataFolder::DataFolder(const QString& path)
 void DataFolder::WriteFirstSettings()
 {
     MakePrivateFolder(m_path + "/repositories"_L1);
+    // All of them or none: a server with half of its settings would look like one that was set up so.
+    RegistryChanges changes(m_settings);
     const QString key = RegistryAccessor::kServerKey.toString();
+    if (m_settings.FindKey(key) == ERROR_SUCCESS)
+        return; // another provider was first
     if (const Win32Error error = m_settings.CreateKey(key); error != ERROR_SUCCESS)
         throw Win32Exception(error);
     RegistryAccessor settings(m_settings, key);
@@ -73,6 +78,7 @@ void DataFolder::WriteFirstSettings()
     settings.SetServerPort(true, kFirstSecurePort);
     settings.SetServerBindings({u"127.0.0.1"_s, u"::1"_s});
     settings.SetUseServerBindings(true);
+    changes.Commit();
 }
 
 } // namespace quenvolta

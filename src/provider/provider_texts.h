@@ -28,6 +28,8 @@ private:
 inline constexpr Text kCannotMakeDataFolder{u"Cannot create the server's data folder '%1': %2."};
 inline constexpr Text kDataFolderIsFile{u"The server's data folder '%1' is not a folder."};
 inline constexpr Text kCannotReadSettings{u"Cannot read or write the server's settings in '%1': %2"};
+inline constexpr Text kNoRepositoriesRoot{u"The server has no folder for its repositories ('%1' is not an absolute "
+                                          u"path). Choose one in the server's properties."};
 inline constexpr Text kFolderBusy{u"Another process has been changing the server in '%1' for too long. Try again."};
 inline constexpr Text kCannotLock{u"Cannot lock the server's data folder '%1': %2."};
 

@@ -1,5 +1,9 @@
 #include "provider/server_settings_reader.h"
 
+#include "provider/provider_error.h"
+#include "provider/provider_texts.h"
+
+#include <QDir>
 #include <QSysInfo>
 #include <QUrl>
 
@@ -45,6 +49,14 @@ QString ServerSettingsReader::Origin() const
 QString ServerSettingsReader::RepositoriesUrl() const
 {
     return Origin() + "/svn/"_L1;
+}
+
+QString ServerSettingsReader::RepositoriesRoot() const
+{
+    const QString root = m_values.GetRepositoriesRoot();
+    if (!QDir::isAbsolutePath(root))
+        throw ProviderError(WBEM_E_FAILED, replies::kNoRepositoriesRoot.arg(root));
+    return root;
 }
 
 QString EncodeForUrl(const QString& path)

@@ -23,7 +23,9 @@ public:
     QString Origin() const;
     /// The address below which the repositories stand, with the slash at its end.
     QString RepositoriesUrl() const;
-    QString RepositoriesRoot() const { return m_values.GetRepositoriesRoot(); }
+    /// ProviderError when it isn't an absolute path: whatever the current folder happens to be must never be taken for
+    /// it.
+    QString RepositoriesRoot() const;
 
 private:
     RegistryAccessor m_values;

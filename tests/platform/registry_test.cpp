@@ -97,6 +97,22 @@ TEST_F(RegistryTest, TwoProcessesMayWriteOneFile)
     }
 }
 
+TEST_F(RegistryTest, ChangesAreMadeTogetherOrNotAtAll)
+{
+    Registry registry(u"HKEY_TEST"_s, File());
+    ASSERT_EQ(registry.BeginChanges(), ERROR_SUCCESS);
+    registry.CreateKey(key);
+    registry.SetValue(key, u"a"_s, RegistryValue::FromDword(1));
+    registry.RollBackChanges();
+    EXPECT_EQ(registry.FindKey(key), ERROR_FILE_NOT_FOUND);
+    ASSERT_EQ(registry.BeginChanges(), ERROR_SUCCESS);
+    registry.CreateKey(key);
+    Registry other(u"HKEY_TEST"_s, File());
+    EXPECT_EQ(other.FindKey(key), ERROR_FILE_NOT_FOUND);
+    ASSERT_EQ(registry.CommitChanges(), ERROR_SUCCESS);
+    EXPECT_EQ(other.FindKey(key), ERROR_SUCCESS);
+}
+
 TEST_F(RegistryTest, ABrokenFileIsReportedAndLeftAlone)
 {
     const QString path = folder.filePath(u"registry.db"_s);

@@ -198,6 +198,16 @@ TEST_F(ManagementNamespaceTest, FoldersAndEntriesReadBackWithTheirAddresses)
     EXPECT_TRUE(IsNullVariant(parent));
 }
 
+TEST_F(ManagementNamespaceTest, NoFolderIsEverTakenForTheRepositories)
+{
+    RegistryAccessor settings(data.Settings(), RegistryAccessor::kServerKey.toString());
+    for (const QString& root : {QString(), u"repositories"_s, u"."_s}) {
+        settings.SetRepositoriesRoot(root);
+        EXPECT_THROW(RepositoryNames(), ProviderError) << root.toStdString();
+        EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"a"_s}}), WBEM_E_FAILED);
+    }
+}
+
 TEST_F(ManagementNamespaceTest, ARepeatedRequestFindsItsWorkDone)
 {
     ASSERT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, {{u"Name"_s, u"old"_s}}), S_OK);

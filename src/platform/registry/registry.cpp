@@ -138,6 +138,24 @@ Win32Error Registry::Open(bool create)
     return ErrorOf(code);
 }
 
+Win32Error Registry::BeginChanges()
+{
+    if (const Win32Error error = Open(true); error != ERROR_SUCCESS)
+        return error;
+    return ErrorOf(sqlite3_exec(m_database.get(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr));
+}
+
+Win32Error Registry::CommitChanges()
+{
+    return ErrorOf(sqlite3_exec(m_database.get(), "COMMIT", nullptr, nullptr, nullptr));
+}
+
+void Registry::RollBackChanges()
+{
+    if (m_database && sqlite3_get_autocommit(m_database.get()) == 0)
+        sqlite3_exec(m_database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 Win32Error Registry::KeyId(const QString& path, std::int64_t* id)
 {
     if (const Win32Error error = Open(false); error != ERROR_SUCCESS)

@@ -86,6 +86,12 @@ public:
     /// All values of the key, in no particular order.
     Win32Error EnumerateValues(const QString& path, QList<NamedRegistryValue>* values);
 
+    /// Changes made from here on are there together once they are committed, or not at all. Other processes wait, or
+    /// fail with ERROR_LOCK_VIOLATION. The file is made when it is missing.
+    Win32Error BeginChanges();
+    Win32Error CommitChanges();
+    void RollBackChanges();
+
 private:
     struct Closer {
         void operator()(sqlite3* database) const;
