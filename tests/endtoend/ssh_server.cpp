@@ -76,8 +76,6 @@ SshServer::SshServer()
 SshServer::~SshServer()
 {
     Stop();
-    if (m_madePrivilegeFolder)
-        QDir().rmdir(QLatin1StringView(kPrivilegeFolder));
 }
 
 void SshServer::Start()
@@ -88,8 +86,9 @@ void SshServer::Start()
     ASSERT_TRUE(QFileInfo(program).isExecutable()) << "tools/fetch-sshd unpacks " << program.toStdString();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (::geteuid() == 0) {
-        // As root the server insists on an account and a folder that only its package's installation makes.
-        m_madePrivilegeFolder = QDir().mkpath(QLatin1StringView(kPrivilegeFolder));
+        // As root the server insists on an account and a folder that only its package's installation makes. The empty
+        // folder stays until the machine restarts: other tests may be using it.
+        QDir().mkpath(QLatin1StringView(kPrivilegeFolder));
         WriteFile(u"passwd"_s, QString::fromUtf8(ReadAll(u"/etc/passwd"_s)) +
                                    u"sshd:x:65534:65534::/run/sshd:/usr/sbin/nologin\n"_s);
         environment.insert(u"LD_PRELOAD"_s, u"libnss_wrapper.so"_s);

@@ -37,7 +37,6 @@ private:
     QTemporaryDir m_folder;
     QProcess m_process;
     int m_port = 0;
-    bool m_madePrivilegeFolder = false;
 };
 
 } // namespace quenvolta::test
