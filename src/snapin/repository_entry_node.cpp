@@ -1,5 +1,6 @@
 #include "snapin/repository_entry_node.h"
 
+#include "model/model.h"
 #include "snapin/node_images.h"
 
 namespace quenvolta
@@ -19,6 +20,11 @@ CRepositoryEntryNode::CRepositoryEntryNode(const NodeServices& services, std::sh
 int CRepositoryEntryNode::BaseImage() const
 {
     return IsFolder() ? kImageFolder : kImageFile;
+}
+
+QString CRepositoryEntryNode::ReadUrl()
+{
+    return Model().GetUrl(Position());
 }
 
 } // namespace quenvolta

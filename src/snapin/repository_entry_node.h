@@ -18,6 +18,7 @@ public:
 
 protected:
     int BaseImage() const override;
+    QString ReadUrl() override;
 
 private:
     QString m_name;

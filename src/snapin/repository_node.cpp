@@ -146,7 +146,7 @@ HRESULT CRepositoryNode::ShowDescription(IConsole& console)
 const QString& CRepositoryNode::Url()
 {
     if (!m_url)
-        m_url = Model().GetUrl(Position());
+        m_url = ReadUrl();
     return *m_url;
 }
 

@@ -50,6 +50,7 @@ protected:
     virtual int BaseImage() const = 0;
     /// Reads what the node itself shows from the server.
     virtual void ReadState() {}
+    virtual QString ReadUrl() = 0;
 
     int GetImageIndex() const { return ImageOf(BaseImage(), m_permissionState); }
     static int ImageOf(int baseImage, PermissionState state)

@@ -56,7 +56,8 @@ HRESULT CRepositoryRootNode::OnRename(IConsole& console, const QString& name)
     UpdateScopeItem(console, SDI_STR);
     if (IsShown() && !IsInError())
         ShowDescription(console);
-    return console.UpdateAllViews(GetDataObject(DATA_OBJECT_TYPES::CCT_SCOPE));
+    console.UpdateAllViews(GetDataObject(DATA_OBJECT_TYPES::CCT_SCOPE));
+    return S_OK;
 }
 
 HRESULT CRepositoryRootNode::OnDelete(IConsole& /*console*/)
@@ -77,6 +78,11 @@ int CRepositoryRootNode::BaseImage() const
 void CRepositoryRootNode::ReadState()
 {
     TakeRecord(Model().GetRepository(Name()));
+}
+
+QString CRepositoryRootNode::ReadUrl()
+{
+    return Model().GetRepository(Name()).url;
 }
 
 void CRepositoryRootNode::TakeRecord(const RepositoryInfo& record)

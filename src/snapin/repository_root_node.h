@@ -21,6 +21,7 @@ protected:
     HRESULT OnDelete(IConsole& console) override;
     int BaseImage() const override;
     void ReadState() override;
+    QString ReadUrl() override;
 
 private:
     void TakeRecord(const RepositoryInfo& record);

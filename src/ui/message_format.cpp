@@ -25,13 +25,20 @@ bool IsDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+bool IsKindCharacter(QChar c)
+{
+    return IsDigit(c) || (c >= u'a' && c <= u'z') || c == u'.' || c == u'-' || c == u'#';
+}
+
 /// The length of "!d!" and its like at the place, 0 when there is none.
 qsizetype KindLength(QStringView text, qsizetype place)
 {
     if (place >= text.size() || text[place] != u'!')
         return 0;
-    const qsizetype end = text.indexOf(u'!', place + 1);
-    return end < 0 ? 0 : end - place + 1;
+    qsizetype end = place + 1;
+    while (end < text.size() && IsKindCharacter(text[end]))
+        ++end;
+    return end < text.size() && end > place + 1 && text[end] == u'!' ? end - place + 1 : 0;
 }
 
 } // namespace

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/messages.h"
+
+#include <QStringList>
+
+namespace quenvolta::test
+{
+
+/// Messages that nobody sees: each is kept, questions get the answer that the test set.
+class RecordedMessages final : public IcMessages
+{
+public:
+    void ShowError(const Exception& exception) override { errors.append(exception.GetMessage()); }
+    MessageAnswer ShowText(MessageStyle style, const QString& text) override
+    {
+        texts.append(text);
+        lastStyle = style;
+        return style.buttons == MessageButtons::Ok ? MessageAnswer::Ok : answer;
+    }
+
+    QStringList errors;
+    QStringList texts;
+    MessageStyle lastStyle;
+    MessageAnswer answer = MessageAnswer::No;
+};
+
+} // namespace quenvolta::test
