@@ -78,11 +78,7 @@ TEST_F(RealModelTest, ABrokenRepositoryIsListedAndTellsItsOwnError)
 {
     server.MakeWithSvnadmin(u"good"_s);
     server.MakeWithSvnadmin(u"bad"_s);
-    QFile format(server.RepositoriesFolder() + "/bad/format"_L1);
-    format.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    ASSERT_TRUE(format.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    format.write("no number\n");
-    format.close();
+    server.Break(u"bad"_s);
     RealModel real(LocalOptions(server));
     const QList<RepositoryInfo> repositories = real.model.GetRepositories();
     ASSERT_EQ(NamesOf(repositories), QStringList({u"bad"_s, u"good"_s}));

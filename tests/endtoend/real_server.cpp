@@ -38,6 +38,14 @@ void RealServer::MakeWithSvnadmin(const QString& name) const
     Run(u"svnadmin"_s, {u"create"_s, RepositoriesFolder() + u'/' + name});
 }
 
+void RealServer::Break(const QString& name) const
+{
+    QFile format(RepositoriesFolder() + u'/' + name + "/format"_L1);
+    format.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    ASSERT_TRUE(format.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    format.write("no number\n");
+}
+
 QString RealServer::FileUrl(const QString& name) const
 {
     return QUrl::fromLocalFile(RepositoriesFolder() + u'/' + name).toString(QUrl::FullyEncoded);

@@ -25,6 +25,8 @@ public:
 
     /// Makes a repository with svnadmin.
     void MakeWithSvnadmin(const QString& name) const;
+    /// Damages it so that no library opens it.
+    void Break(const QString& name) const;
     QString FileUrl(const QString& name) const;
     /// Runs the stock client; what it prints. A failure fails the test.
     QString Svn(const QStringList& arguments) const;

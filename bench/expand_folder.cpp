@@ -1,0 +1,96 @@
+// A folder of 20,000 files in the window: from the click to the sorted nodes in the tree, beside the stock client that
+// lists the same folder over file://.
+#include "bench_server.h"
+#include "host/console_window.h"
+#include "ratio_report.h"
+#include "snapin/mmc_extension_about.h"
+#include "snapin/mmc_standalone_data.h"
+#include "ui/messages.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTreeView>
+
+using namespace quenvolta;
+using namespace quenvolta::bench;
+
+namespace
+{
+
+constexpr int kEntries = 20'000;
+constexpr int kRepetitions = 9;
+
+// A failure ends the measurement.
+class Messages final : public IcMessages
+{
+public:
+    void ShowError(const Exception& exception) override
+    {
+        std::fprintf(stderr, "%s\n", qPrintable(exception.GetMessage()));
+        std::exit(1);
+    }
+    MessageAnswer ShowText(MessageStyle, const QString&) override { return MessageAnswer::No; }
+};
+
+void Expand(benchmark::State& state, BenchServer& server)
+{
+    for (auto unused : state) {
+        state.PauseTiming();
+        Messages messages;
+        NoPreferences preferences;
+        const CMMCExtensionAbout about;
+        ConsoleWindow window(about, messages, nullptr);
+        window.show();
+        window.Load(std::make_unique<CMMCStandaloneData>(SnapInServices{server.Factory(), preferences, messages},
+                                                         QStringList()));
+        QTreeView& tree = *window.findChild<QTreeView*>(QStringLiteral("tree"));
+        const QModelIndex root = tree.model()->index(0, 0);
+        const QModelIndex repositories = tree.model()->index(0, 0, root);
+        tree.expand(repositories);
+        const QModelIndex repository = tree.model()->index(0, 0, repositories);
+        QCoreApplication::processEvents();
+        const QRect item = tree.visualRect(repository);
+        const QPoint sign(item.left() - tree.indentation() / 2, item.center().y());
+        state.ResumeTiming();
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, sign);
+        QCoreApplication::processEvents();
+        if (tree.model()->rowCount(repository) != kEntries ||
+            tree.model()->index(9, 0, repository).data().toString() != QStringLiteral("file9"))
+            state.SkipWithError("the tree is not whole");
+        state.PauseTiming();
+        window.close();
+        state.ResumeTiming();
+    }
+}
+
+void ListWithClient(benchmark::State& state, const QString& url)
+{
+    for (auto unused : state) {
+        QProcess process;
+        process.start(QStringLiteral("svn"), {QStringLiteral("ls"), url});
+        process.waitForFinished(-1);
+        if (process.readAllStandardOutput().count('\n') != kEntries)
+            state.SkipWithError("the list is not whole");
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    BenchServer server;
+    const QString url = server.MakeFolder(kEntries);
+    const auto add = [](const char* name, auto&& function) {
+        benchmark::RegisterBenchmark(name, function)
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime()
+            ->Iterations(1)
+            ->Repetitions(kRepetitions)
+            ->ReportAggregatesOnly();
+    };
+    add("expand", [&](benchmark::State& state) { Expand(state, server); });
+    add("svn_ls", [&](benchmark::State& state) { ListWithClient(state, url); });
+    return RunWithRatios(argc, argv, {{"expand", "svn_ls"}});
+}
