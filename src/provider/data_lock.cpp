@@ -32,12 +32,12 @@ constexpr int kPauseMs = 5;
 
 } // namespace
 
-DataLock::DataLock(const QString& dataFolder, const CancelCheck& cancel)
+DataLock::DataLock(const QString& dataFolder, const CancelCheck& cancel, Patience patience)
 {
     // A file of its own that nothing replaces; flock, since closing any other descriptor of it must not drop the lock.
     const QByteArray path = QFile::encodeName(dataFolder + "/lock"_L1);
     m_file = UniqueFd(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-    const QDeadlineTimer deadline(kLongestWaitMs);
+    const QDeadlineTimer deadline(patience == Patience::Endless ? -1 : kLongestWaitMs);
     if (!m_file.IsOpen())
         Refuse(dataFolder, errno);
     while (::flock(m_file.Get(), LOCK_EX | LOCK_NB) != 0) {

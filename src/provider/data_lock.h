@@ -13,8 +13,11 @@ namespace quenvolta
 class DataLock
 {
 public:
-    /// Waits for others, at most half a minute. ProviderError when that was too short, or the wait was cancelled.
-    DataLock(const QString& dataFolder, const CancelCheck& cancel);
+    /// How long to wait for others.
+    enum class Patience { HalfAMinute, Endless };
+
+    /// Waits for others. ProviderError when that took too long, or the wait was cancelled.
+    DataLock(const QString& dataFolder, const CancelCheck& cancel, Patience patience = Patience::HalfAMinute);
 
 private:
     UniqueFd m_file;

@@ -1,4 +1,5 @@
 #include "foundation/exception.h"
+#include "provider/activities/job_server.h"
 #include "provider/data_folder.h"
 #include "provider/provider_server.h"
 #include "provider/provider_texts.h"
@@ -24,14 +25,17 @@ int Fail(const QString& text, int status)
     return status;
 }
 
-int Serve(const QCommandLineParser& options)
+// One activity for the provider that started this process, or a console's whole session.
+int Serve(const QCommandLineParser& options, bool asJob)
 {
-    const QString data = options.value(u"data"_s);
-    const QString version = options.value(u"as-version"_s);
+    const QString given = options.value(u"data"_s);
+    const QString data = given.isEmpty() ? DataFolder::DefaultPath() : given;
+    const QString versionText = options.value(u"as-version"_s);
     try {
-        ProviderServer server(STDIN_FILENO, STDOUT_FILENO,
-                              {data.isEmpty() ? DataFolder::DefaultPath() : data,
-                               version.isEmpty() ? ServedVersion() : ServedVersion(version)});
+        const ServedVersion version = versionText.isEmpty() ? ServedVersion() : ServedVersion(versionText);
+        if (asJob)
+            return JobServer(STDIN_FILENO, STDOUT_FILENO, data, version).Run();
+        ProviderServer server(STDIN_FILENO, STDOUT_FILENO, {data, version});
         const int status = server.Run();
         return status == 0 ? 0 : Fail(replies::kUnknownOption.arg(server.Fault()), status);
     } catch (const Exception& failure) {
@@ -55,6 +59,10 @@ int main(int argc, char** argv)
     options.addOption({u"stdio"_s, replies::kHelpStdio.Whole()});
     options.addOption({u"as-version"_s, replies::kHelpAsVersion.Whole(), u"version"_s});
     options.addOption({u"data"_s, replies::kHelpData.Whole(), u"folder"_s});
+    QCommandLineOption job(u"job"_s); // for the provider itself
+    job.setFlags(QCommandLineOption::HiddenFromHelp);
+    options.addOption(job);
     options.process(application);
-    return options.isSet(u"stdio"_s) ? Serve(options) : Fail(replies::kNoTerminal.Whole(), kUsageError);
+    const bool asJob = options.isSet(job);
+    return asJob || options.isSet(u"stdio"_s) ? Serve(options, asJob) : Fail(replies::kNoTerminal.Whole(), kUsageError);
 }

@@ -20,15 +20,13 @@ void ManagementClass::Enumerate(const ClassDefinitionPtr& definition, CallContex
 
 const ManagementClass::Handler* ManagementClass::FindHandler(const QString& method) const
 {
-    const auto found = m_handlers.constFind(method);
-    return found == m_handlers.cend() ? nullptr : &*found;
+    const auto found = m_methods.constFind(method);
+    return found == m_methods.cend() ? nullptr : &found->handler;
 }
 
 void ManagementClass::Handle(const QString& method, Effect effect, Handler handler)
 {
-    m_handlers.insert(method, std::move(handler));
-    if (effect == Effect::Changes)
-        m_changing.append(method);
+    m_methods.insert(method, {effect, std::move(handler)});
 }
 
 } // namespace quenvolta

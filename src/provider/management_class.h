@@ -31,18 +31,24 @@ public:
     /// The method's handler, or null when the provider doesn't carry it out.
     const Handler* FindHandler(const QString& method) const;
 
-    /// True when the method changes the server, so that repeating it must be recognised.
-    bool Changes(const QString& method) const { return m_changing.contains(method); }
+    /// What a method does. What changes the server must be recognised when it is repeated; an activity changes it too,
+    /// may take very long, and so is carried out in a process of its own while other calls are answered.
+    enum class Effect { Reads, Changes, Activity };
 
-    enum class Effect { Reads, Changes };
+    /// Reads for a method without a handler.
+    Effect EffectOf(const QString& method) const { return m_methods.value(method).effect; }
 
     /// Gives a method its handler. A class's methods may come from several groups, each an object of its own that adds
     /// its handlers here and outlives the class.
     void Handle(const QString& method, Effect effect, Handler handler);
 
 private:
-    QHash<QString, Handler> m_handlers;
-    QStringList m_changing;
+    struct Method {
+        Effect effect = Effect::Reads;
+        Handler handler;
+    };
+
+    QHash<QString, Method> m_methods;
 };
 
 } // namespace quenvolta

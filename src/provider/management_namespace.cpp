@@ -128,11 +128,12 @@ void ManagementNamespace::EnumerateInstances(const QString& className, CallConte
     implementation->Enumerate(definition, context);
 }
 
-bool ManagementNamespace::Changes(const QString& path, const QString& method) const
+ManagementClass::Effect ManagementNamespace::EffectOf(const QString& path, const QString& method) const
 {
     const Target target = Resolve(path);
     const MethodDefinition* found = target.definition->FindMethod(method);
-    return found && target.implementation && target.implementation->Changes(found->name);
+    return found && target.implementation ? target.implementation->EffectOf(found->name)
+                                          : ManagementClass::Effect::Reads;
 }
 
 WbemObjectPtr ManagementNamespace::ExecMethod(const QString& path, const QString& methodName, const WbemObjectPtr& in,

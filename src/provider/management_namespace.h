@@ -32,8 +32,8 @@ public:
 
     void EnumerateInstances(const QString& className, CallContext& context) const;
 
-    /// True when the method changes the server.
-    bool Changes(const QString& path, const QString& method) const;
+    /// What the method does; Reads when the class doesn't carry it out.
+    ManagementClass::Effect EffectOf(const QString& path, const QString& method) const;
 
     /// The output parameters, or null when the method has none.
     WbemObjectPtr ExecMethod(const QString& path, const QString& method, const WbemObjectPtr& in,

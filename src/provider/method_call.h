@@ -16,6 +16,15 @@
 namespace quenvolta
 {
 
+/// The activities that run.
+class ActivityControl
+{
+public:
+    virtual ~ActivityControl() = default;
+    /// Asks the activity of this identifier to stop; its own call tells how it ended. False when none has it.
+    virtual bool Cancel(const QString& id) = 0;
+};
+
 /// What a call may use beside its parameters.
 struct CallContext {
     const ClassTable& classes;
@@ -25,6 +34,8 @@ struct CallContext {
     QUuid requestId;
     /// The request was begun before, by a process that ended without an answer.
     bool repeated = false;
+    /// Null where no activities are run.
+    ActivityControl* activities = nullptr;
 };
 
 /// One call of a method, its parameters checked against the class: each is there and of its type, or null.

@@ -29,11 +29,17 @@ ProviderInput::ProviderInput(int descriptor)
 
 std::optional<Message> ProviderInput::Wait()
 {
-    while (m_waiting.empty()) {
-        if (m_ended)
-            return std::nullopt;
+    while (m_waiting.empty() && !m_ended)
         ReadSome(-1);
-    }
+    return Take();
+}
+
+std::optional<Message> ProviderInput::Take()
+{
+    if (m_waiting.empty() && !m_ended)
+        ReadSome(0);
+    if (m_waiting.empty())
+        return std::nullopt;
     Message message = std::move(m_waiting.front());
     m_waiting.pop_front();
     return message;

@@ -22,6 +22,15 @@ public:
     /// The next message; nothing when the input has ended or is broken.
     std::optional<Message> Wait();
 
+    /// The next message that has come, without waiting; nothing when there is none.
+    std::optional<Message> Take();
+
+    /// True when the input has ended or is broken, and every message was taken.
+    bool HasEnded() const { return m_ended && m_waiting.empty(); }
+
+    /// What to poll for more.
+    int Descriptor() const { return m_descriptor; }
+
     /// Looks at what has come, without waiting. True when the input has ended, or the console wants no more of
     /// the call.
     bool EndedOrStopped(std::uint32_t callId);

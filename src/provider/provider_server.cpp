@@ -1,16 +1,13 @@
 #include "provider/provider_server.h"
 
-#include "foundation/exception.h"
+#include "provider/call_failure.h"
 #include "provider/call_rows.h"
-#include "provider/provider_error.h"
 #include "provider/provider_texts.h"
 #include "provider/server_namespaces.h"
-#include "provider/svn/repository_names.h"
-#include "provider/svn/repository_store.h"
 
-#include <algorithm>
-#include <new>
+#include <poll.h>
 #include <utility>
+#include <vector>
 
 namespace quenvolta
 {
@@ -20,30 +17,11 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Whatever an operation threw, as the error that the console gets.
-ProviderError CurrentError()
+RunningActivities::Options JobOptions(const ProviderServer::Options& options)
 {
-    try {
-        throw;
-    } catch (const ProviderError& error) {
-        return error;
-    } catch (const Exception& failure) {
-        return ProviderError(WBEM_E_FAILED, failure.GetMessage());
-    } catch (const std::bad_alloc&) {
-        return ProviderError(E_OUTOFMEMORY, replies::kOutOfMemory.Whole());
-    } catch (const std::exception& failure) {
-        return ProviderError(WBEM_E_FAILED, replies::kInternalFailure.arg(QString::fromLocal8Bit(failure.what())));
-    }
-}
-
-WbemObjectPtr MakeErrorObject(const ProviderError& error)
-{
-    InstanceRow row(ClassTable(u"Quenvolta"_s, ServedVersion().Table()).Find(u"Quenvolta_ExtendedError"_s));
-    row.Set(u"Description", error.Description())
-        .Set(u"Summary", error.Summary())
-        .Set(u"Details", error.Details())
-        .Set(u"ProbableReason", static_cast<std::uint32_t>(error.ProbableReason()));
-    return row.ToObject();
+    return {options.jobProgram,
+            {u"--job"_s, u"--data"_s, options.dataFolder, u"--as-version"_s, options.version.Text()},
+            options.jobPatience};
 }
 
 } // namespace
@@ -52,6 +30,7 @@ ProviderServer::ProviderServer(int input, int output, Options options)
     : m_input(input)
     , m_output(output)
     , m_options(std::move(options))
+    , m_activities(JobOptions(m_options))
 {
 }
 
@@ -62,118 +41,156 @@ int ProviderServer::Run()
     m_output.SendMagicLine();
     m_output.Send(HelloMessage{kProtocolVersion,
                                {{u"product"_s, u"quenvolta-provider"_s}, {u"version"_s, m_options.version.Text()}}});
-    bool greeted = false;
-    while (!m_output.IsGone()) {
-        const std::optional<Message> message = m_input.Wait();
-        if (!message)
-            break;
-        if (const HelloMessage* hello = std::get_if<HelloMessage>(&*message)) {
-            if (greeted || hello->protocolVersion != kProtocolVersion) {
-                m_fault = replies::kOtherProtocol.arg(QString::number(hello->protocolVersion),
-                                                      QString::number(kProtocolVersion));
-                return 1;
-            }
-            greeted = true;
-        } else if (const CallMessage* call = std::get_if<CallMessage>(&*message); call && greeted) {
-            Answer(*call);
-        } else if (!std::holds_alternative<StopMessage>(*message)) {
-            m_fault = replies::kUnexpectedMessage.Whole();
-            return 1;
-        } // a Stop that came after its call had ended says nothing any more
-    }
-    m_fault = m_input.Fault();
+    Serve();
+    EndActivities();
+    if (m_fault.isEmpty())
+        m_fault = m_input.Fault();
     return m_fault.isEmpty() ? 0 : 1;
+}
+
+void ProviderServer::Serve()
+{
+    while (!m_output.IsGone() && !m_input.HasEnded()) {
+        SendEnded();
+        const std::optional<Message> message = m_input.Take();
+        if (!message)
+            WaitForSomething(true);
+        else if (!Handle(*message))
+            return;
+    }
+}
+
+// False when the console can't be understood.
+bool ProviderServer::Handle(const Message& message)
+{
+    if (const HelloMessage* hello = std::get_if<HelloMessage>(&message))
+        return Greet(*hello);
+    if (const CallMessage* call = std::get_if<CallMessage>(&message); call && m_greeted) {
+        Answer(*call);
+        return true;
+    }
+    if (std::holds_alternative<StopMessage>(message))
+        return true; // it came after its call had ended, and says nothing any more
+    m_fault = replies::kUnexpectedMessage.Whole();
+    return false;
+}
+
+bool ProviderServer::Greet(const HelloMessage& hello)
+{
+    if (!std::exchange(m_greeted, true) && hello.protocolVersion == kProtocolVersion)
+        return true;
+    m_fault = replies::kOtherProtocol.arg(QString::number(hello.protocolVersion), QString::number(kProtocolVersion));
+    return false;
 }
 
 void ProviderServer::Answer(const CallMessage& call)
 {
-    CallRows rows(call.callId, m_output);
-    ResultMessage result;
+    std::optional<ResultMessage> result;
     try {
         OpenServer();
-        ManagementNamespace& target = RequireNamespace(call.namespaceName);
-        const CancelCheck cancel = [this, &call] { return m_output.IsGone() || m_input.EndedOrStopped(call.callId); };
-        CallContext context{target.Classes(), rows, cancel, call.requestId, false};
-        const bool changes = call.operation == Operation::ExecMethod && target.Changes(call.target, call.method);
-        result = changes ? CarryChange(call, context, target) : Carry(call, context, target);
+        const bool runs = m_server->EffectOf(call) == ManagementClass::Effect::Activity;
+        result = runs ? StartActivity(call) : Carry(call);
     } catch (...) {
-        result = Failure(call, CurrentError());
+        result = FailureResult(call.callId, CurrentError());
     }
-    rows.Flush();
-    m_output.Send(result);
+    if (result)
+        m_output.Send(*result);
 }
 
-ResultMessage ProviderServer::Carry(const CallMessage& call, CallContext& context, ManagementNamespace& target)
+ResultMessage ProviderServer::Carry(const CallMessage& call)
 {
-    ResultMessage result;
-    result.callId = call.callId;
-    switch (call.operation) {
-    case Operation::OpenNamespace:
-        break;
-    case Operation::GetObject:
-        result.object = target.GetObject(call.target, context);
-        break;
-    case Operation::CreateInstanceEnum:
-        target.EnumerateInstances(call.target, context);
-        break;
-    case Operation::ExecMethod:
-        result.object = target.ExecMethod(call.target, call.method, call.input, context);
-        break;
+    const bool changes = m_server->EffectOf(call) == ManagementClass::Effect::Changes;
+    bool begun = false;
+    if (changes) {
+        if (const std::optional<ResultMessage> known = Recall(call, &begun))
+            return *known;
     }
+    CallRows rows(call.callId, m_output);
+    const CancelCheck cancel = [this, &call] { return m_output.IsGone() || m_input.EndedOrStopped(call.callId); };
+    ResultMessage result;
+    try {
+        CallContext context{
+            m_server->Require(call.namespaceName).Classes(), rows, cancel, call.requestId, begun, &m_activities};
+        result = m_server->Carry(call, context);
+    } catch (...) {
+        result = FailureResult(call.callId, CurrentError());
+    }
+    rows.Flush();
+    if (changes)
+        FinishRequest(call.requestId, result);
     return result;
 }
 
-ResultMessage ProviderServer::CarryChange(const CallMessage& call, CallContext& context, ManagementNamespace& target)
+// The answer, when there is one already.
+std::optional<ResultMessage> ProviderServer::StartActivity(const CallMessage& call)
 {
-    const RequestJournal::Known known = m_journal->Begin(call.requestId);
-    if (known.result) {
-        ResultMessage result = *known.result;
-        result.callId = call.callId;
-        return result;
-    }
-    context.repeated = known.begun;
+    bool begun = false;
+    if (std::optional<ResultMessage> known = Recall(call, &begun))
+        return known;
     try {
-        ResultMessage result = Carry(call, context, target);
-        m_journal->Finish(call.requestId, result);
-        return result;
+        m_activities.Start(call);
     } catch (...) {
-        m_journal->Forget(call.requestId);
+        if (!begun)
+            m_journal->Forget(call.requestId);
         throw;
     }
+    return std::nullopt;
+}
+
+// What a request that was finished got; else the request is noted as begun.
+std::optional<ResultMessage> ProviderServer::Recall(const CallMessage& call, bool* begun)
+{
+    RequestJournal::Known known = m_journal->Begin(call.requestId);
+    *begun = known.begun;
+    if (known.result)
+        known.result->callId = call.callId;
+    return known.result;
+}
+
+void ProviderServer::FinishRequest(const QUuid& request, const ResultMessage& result)
+{
+    if (Succeeded(result.code))
+        m_journal->Finish(request, result);
+    else
+        m_journal->Forget(request);
 }
 
 void ProviderServer::OpenServer()
 {
-    if (m_data)
+    if (m_server)
         return;
-    auto data = std::make_unique<DataFolder>(m_options.dataFolder);
-    auto journal = std::make_unique<RequestJournal>(m_options.dataFolder);
-    std::vector<std::unique_ptr<ManagementNamespace>> namespaces;
-    namespaces.push_back(MakeServerNamespace(*data, m_options.version));
-    namespaces.push_back(MakeStandardNamespace(m_options.version));
-    CleanLeftovers(*data);
-    m_data = std::move(data);
-    m_journal = std::move(journal);
-    m_namespaces = std::move(namespaces);
+    auto server = std::make_unique<ServedNamespaces>(m_options.dataFolder, m_options.version);
+    m_journal = std::make_unique<RequestJournal>(m_options.dataFolder);
+    CleanLeftovers(server->Data());
+    m_server = std::move(server);
 }
 
-ManagementNamespace& ProviderServer::RequireNamespace(const QString& name)
+void ProviderServer::WaitForSomething(bool forInput)
 {
-    const auto found = std::find_if(m_namespaces.begin(), m_namespaces.end(), [&name](const auto& each) {
-        return each->Name().compare(name, Qt::CaseInsensitive) == 0;
-    });
-    if (found == m_namespaces.end())
-        throw ProviderError(WBEM_E_INVALID_NAMESPACE, replies::kUnknownNamespace.arg(RepositoryNames::Show(name)));
-    return **found;
+    std::vector<pollfd> watched;
+    if (forInput)
+        watched.push_back({m_input.Descriptor(), POLLIN, 0});
+    m_activities.AddDescriptors(&watched);
+    ::poll(watched.data(), watched.size(), m_activities.PollTimeout());
 }
 
-ResultMessage ProviderServer::Failure(const CallMessage& call, const ProviderError& error) const
+void ProviderServer::SendEnded()
 {
-    ResultMessage result;
-    result.callId = call.callId;
-    result.code = error.Code();
-    result.error = MakeErrorObject(error);
-    return result;
+    if (m_activities.IsEmpty())
+        return;
+    for (const RunningActivities::Ended& ended : m_activities.Advance()) {
+        if (ended.leftThings)
+            CleanLeftovers(m_server->Data());
+        FinishRequest(ended.requestId, ended.result);
+        m_output.Send(ended.result);
+    }
+}
+
+void ProviderServer::EndActivities()
+{
+    m_activities.CancelAll();
+    for (SendEnded(); !m_activities.IsEmpty(); SendEnded())
+        WaitForSomething(false);
 }
 
 } // namespace quenvolta

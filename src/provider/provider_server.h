@@ -1,27 +1,33 @@
 #pragma once
 
-#include "provider/data_folder.h"
-#include "provider/management_namespace.h"
+#include "provider/activities/running_activities.h"
 #include "provider/provider_input.h"
 #include "provider/provider_output.h"
 #include "provider/request_journal.h"
+#include "provider/served_namespaces.h"
 #include "provider/served_version.h"
 
 #include <QString>
+#include <QStringList>
 
+#include <chrono>
 #include <memory>
-#include <vector>
 
 namespace quenvolta
 {
 
-/// Serves one console over a pair of streams until the input ends.
+/// Serves one console over a pair of streams until the input ends. Calls are carried out one after another; activities
+/// run beside them, each in a process of its own.
 class ProviderServer
 {
 public:
     struct Options {
         QString dataFolder;
         ServedVersion version;
+        /// What is started for an activity, with JobArguments.
+        QString jobProgram = QStringLiteral("/proc/self/exe");
+        /// How long an activity may take to stop and to clean up before it is killed.
+        std::chrono::milliseconds jobPatience = std::chrono::seconds(30);
     };
 
     ProviderServer(int input, int output, Options options);
@@ -34,20 +40,27 @@ public:
     const QString& Fault() const { return m_fault; }
 
 private:
+    void Serve();
+    bool Handle(const Message& message);
+    bool Greet(const HelloMessage& hello);
     void Answer(const CallMessage& call);
-    ResultMessage Carry(const CallMessage& call, CallContext& context, ManagementNamespace& target);
-    ResultMessage CarryChange(const CallMessage& call, CallContext& context, ManagementNamespace& target);
+    ResultMessage Carry(const CallMessage& call);
+    std::optional<ResultMessage> StartActivity(const CallMessage& call);
+    std::optional<ResultMessage> Recall(const CallMessage& call, bool* begun);
+    void FinishRequest(const QUuid& request, const ResultMessage& result);
     void OpenServer();
-    ManagementNamespace& RequireNamespace(const QString& name);
-    ResultMessage Failure(const CallMessage& call, const class ProviderError& error) const;
+    void WaitForSomething(bool forInput);
+    void SendEnded();
+    void EndActivities();
 
     ProviderInput m_input;
     ProviderOutput m_output;
     Options m_options;
     // Opened with the first namespace, so that a folder that can't be used is an answer and not a silent end.
-    std::unique_ptr<DataFolder> m_data;
+    std::unique_ptr<ServedNamespaces> m_server;
     std::unique_ptr<RequestJournal> m_journal;
-    std::vector<std::unique_ptr<ManagementNamespace>> m_namespaces;
+    RunningActivities m_activities;
+    bool m_greeted = false;
     QString m_fault;
 };
 

@@ -1,5 +1,7 @@
 #include "provider/server_namespaces.h"
 
+#include "provider/activities/activity_class.h"
+#include "provider/activities/import_methods.h"
 #include "provider/classes/account_class.h"
 #include "provider/classes/qdfs_service_class.h"
 #include "provider/classes/repository_class.h"
@@ -7,6 +9,7 @@
 #include "provider/classes/security_descriptor_class.h"
 #include "provider/classes/service_class.h"
 #include "provider/classes/version_info_class.h"
+#include "provider/hooks/hook_methods.h"
 #include "provider/provider_error.h"
 #include "provider/server_settings_reader.h"
 #include "provider/svn/repository_store.h"
@@ -20,13 +23,17 @@ std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const
 {
     auto server = std::make_unique<ManagementNamespace>(u"Quenvolta"_s, version.Table());
     server->Add(u"Quenvolta_VersionInfo"_s, std::make_shared<VersionInfoClass>(version));
-    server->Add(u"Quenvolta_Repository"_s, std::make_shared<RepositoryClass>(data));
+    const auto repositories = std::make_shared<RepositoryClass>(data);
+    ImportMethods::AddTo(*repositories, data);
+    HookMethods::AddTo(*repositories, data);
+    server->Add(u"Quenvolta_Repository"_s, repositories);
     server->Add(u"Quenvolta_RepositoryEntry"_s, std::make_shared<RepositoryEntryClass>(data));
     server->Add(u"Quenvolta_Service"_s, std::make_shared<ServiceClass>(data));
     server->Add(u"Quenvolta_QdfsService"_s, std::make_shared<QdfsServiceClass>());
     server->Add(u"Quenvolta_User"_s, std::make_shared<AccountClass>());
     server->Add(u"Quenvolta_Group"_s, std::make_shared<AccountClass>());
     server->Add(u"Quenvolta_SecurityDescriptor"_s, std::make_shared<SecurityDescriptorClass>());
+    server->Add(u"Quenvolta_Activity"_s, std::make_shared<ActivityClass>());
     return server;
 }
 

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quenvolta
 {
@@ -43,12 +44,22 @@ int DurableFiles::Sync(int descriptor)
     return ::fsync(descriptor) == 0 || errno == EINVAL ? 0 : errno;
 }
 
-int DurableFiles::SyncTree(const QString& path)
+void DurableFiles::SyncFileSystem(const QString& path)
+{
+    const UniqueFd folder(::open(path.toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen())
+        ::syncfs(folder.Get());
+}
+
+int DurableFiles::SyncTree(const QString& path, const CancelCheck& cancel)
 {
     const std::filesystem::path top(path.toStdString());
     std::error_code error;
     for (std::filesystem::recursive_directory_iterator entry(top, error), end; !error && entry != end;
          entry.increment(error)) {
+        ThrowIfCancelled(cancel);
+        if (entry->is_symlink())
+            continue; // its folder holds all there is of it
         if (const int failure = SyncPath(entry->path()); failure != 0)
             return failure;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "provider/svn/svn_cancel.h"
+
 #include <QString>
 
 namespace quenvolta
@@ -16,8 +18,13 @@ public:
     /// Brings an open file or folder to the disk. Returns 0 or the system's error number.
     static int Sync(int descriptor);
 
-    /// Brings all that is in the folder `path`, and itself, to the disk. Returns 0 or the system's error number.
-    static int SyncTree(const QString& path);
+    /// Hands to the disk all that waits for it on the file system of `path`: with thousands of new files, this first
+    /// makes SyncTree many times faster. What fails shows there.
+    static void SyncFileSystem(const QString& path);
+
+    /// Brings all that is in the folder `path`, and itself, to the disk. Returns 0 or the system's error number;
+    /// ProviderError when it was cancelled.
+    static int SyncTree(const QString& path, const CancelCheck& cancel = {});
 };
 
 } // namespace quenvolta

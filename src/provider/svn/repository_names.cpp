@@ -19,7 +19,6 @@ namespace
 
 constexpr qsizetype kMaxNameBytes = 255;
 constexpr qsizetype kMaxPathBytes = 4096;
-constexpr qsizetype kMaxShown = 64;
 
 struct Rule {
     bool (*isBroken)(QStringView);
@@ -126,9 +125,9 @@ QString RepositoryNames::ParentOf(const QString& path)
     return path.size() <= 1 ? QString() : slash == 0 ? u"/"_s : path.left(slash);
 }
 
-QString RepositoryNames::Show(QStringView text)
+QString RepositoryNames::Show(QStringView text, qsizetype most)
 {
-    const QStringView start = text.left(kMaxShown);
+    const QStringView start = text.left(most);
     const bool isValid = start.isValidUtf16();
     QString shown;
     for (const QChar c : start) {

@@ -29,8 +29,11 @@ public:
     /// The parent's path of a canonical path; empty for "/".
     static QString ParentOf(const QString& path);
 
-    /// `text` fit to stand in a message: what can't be printed as \uXXXX, at most 64 characters of it.
-    static QString Show(QStringView text);
+    /// `text` fit to stand in a message: what can't be printed as \uXXXX, at most `most` characters of it.
+    static QString Show(QStringView text, qsizetype most = 64);
+
+    /// As Show, for a path on the server's disk, which is of no use when it is shortened.
+    static QString ShowFile(QStringView path) { return Show(path, 1024); }
 };
 
 } // namespace quenvolta

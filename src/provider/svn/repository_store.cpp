@@ -13,7 +13,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
-#include <svn_fs.h>
 #include <svn_repos.h>
 #include <sys/stat.h>
 
@@ -65,6 +64,7 @@ QString MarkPath(const QByteArray& repositoryFolder)
 
 bool WriteMark(const QString& path, const QString& requestId)
 {
+    QFile::remove(path); // a copy brings the mark of its original
     QFile mark(path);
     const QByteArray text = requestId.toUtf8();
     return mark.open(QIODevice::WriteOnly | QIODevice::NewOnly) && mark.write(text) == text.size() && mark.flush();
@@ -138,31 +138,42 @@ bool RepositoryStore::Exists(const QString& name) const
 
 void RepositoryStore::Create(const QString& name, const QString& requestId, bool repeated) const
 {
+    Plan plan;
+    plan.fill = [&name](const QString& folder) { SvnRepository::CreateEmpty(folder, name); };
+    plan.requestId = requestId;
+    plan.repeated = repeated;
+    Build(name, plan);
+}
+
+void RepositoryStore::Build(const QString& name, const Plan& plan) const
+{
     RepositoryNames::CheckNewName(name);
     const UniqueFd root = OpenRoot();
-    const Presence presence = Probe(root.Get(), name);
-    if (repeated && presence == Presence::Repository && ReadMark(MarkPath(FolderOf(name))) == requestId)
+    if (WasBuilt(root.Get(), name, plan))
         return;
-    if (presence != Presence::Absent)
+    if (Probe(root.Get(), name) != Presence::Absent)
         throw ProviderError(WBEM_E_ALREADY_EXISTS, texts::kRepositoryExists.toString().arg(name));
 
     const HiddenFolder hidden(m_root, root.Get(), HiddenFolder::kCreating);
     if (::mkdirat(hidden.Fd(), HiddenFolder::kContent, S_IRWXU) != 0)
         ThrowIfFailed(errno, texts::kCannotCreate, name);
-    {
-        SvnPool pool;
-        apr_hash_t* config = apr_hash_make(pool.Get());
-        apr_hash_set(config, SVN_FS_CONFIG_FS_TYPE, APR_HASH_KEY_STRING, SVN_FS_TYPE_FSFS);
-        svn_repos_t* repository = nullptr;
-        CheckSvn(svn_repos_create(&repository, hidden.ContentPath().toUtf8().constData(), nullptr, nullptr, nullptr,
-                                  config, pool.Get()),
-                 texts::kCannotCreate, name);
-    }
-    if (!requestId.isEmpty() && !WriteMark(MarkPath(hidden.ContentPath().toUtf8()), requestId))
+    plan.fill(hidden.ContentPath());
+    if (!plan.requestId.isEmpty() && !WriteMark(MarkPath(hidden.ContentPath().toUtf8()), plan.requestId))
         ThrowIfFailed(errno, texts::kCannotCreate, name);
-    ThrowIfFailed(DurableFiles::SyncTree(hidden.ContentPath()), texts::kCannotCreate, name);
+    ThrowIfFailed(DurableFiles::SyncTree(hidden.ContentPath(), plan.cancel), texts::kCannotCreate, name);
+    if (plan.beforeMove)
+        plan.beforeMove();
+    ThrowIfCancelled(plan.cancel);
+    if (WasBuilt(root.Get(), name, plan)) // by the process that began this, and ended late
+        return;
     MoveIntoPlace(hidden.Fd(), HiddenFolder::kContent, root.Get(), name, texts::kCannotCreate, name);
     SyncRoot(root.Get());
+}
+
+bool RepositoryStore::WasBuilt(int rootFd, const QString& name, const Plan& plan) const
+{
+    return plan.repeated && Probe(rootFd, name) == Presence::Repository &&
+           ReadMark(MarkPath(FolderOf(name))) == plan.requestId;
 }
 
 void RepositoryStore::Rename(const QString& oldName, const QString& newName) const
@@ -216,6 +227,13 @@ quint32 RepositoryStore::DeleteFolders(const QString& name, const QStringList& p
     SvnPool pool;
     const SvnRepository repository = Open(name, pool);
     return static_cast<quint32>(FolderEditor(repository, note, cancel).Delete(paths));
+}
+
+QString RepositoryStore::RequireFolder(const QString& name) const
+{
+    RepositoryNames::CheckName(name);
+    RequireRepository(OpenRoot().Get(), name);
+    return QDir(m_root).filePath(name);
 }
 
 bool RepositoryStore::HasCapability(const QString& name, const QString& capability) const

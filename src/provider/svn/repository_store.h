@@ -53,6 +53,18 @@ public:
     /// WBEM_E_ALREADY_EXISTS when anything has the name.
     /// A repeated request finds the repository that it made before and is content.
     void Create(const QString& name, const QString& requestId = {}, bool repeated = false) const;
+    /// A repository in the making.
+    struct Plan {
+        /// Makes the repository in the empty folder at this path.
+        std::function<void(const QString& folder)> fill;
+        /// Called when it is whole and safe on the disk, right before it gets its name. May be empty.
+        std::function<void()> beforeMove;
+        CancelCheck cancel;
+        QString requestId;
+        bool repeated = false;
+    };
+    /// As Create, for a repository that is made in another way. Nothing stays when it throws.
+    void Build(const QString& name, const Plan& plan) const;
     void Rename(const QString& oldName, const QString& newName) const;
     /// The repository disappears at once; its files are removed before the call returns.
     void Delete(const QString& name) const;
@@ -64,6 +76,10 @@ public:
                           const CancelCheck& cancel = {}) const;
     quint32 DeleteFolders(const QString& name, const QStringList& paths, const CommitNote& note,
                           const CancelCheck& cancel = {}) const;
+
+    /// The folder of a repository; throws as Read for what isn't there.
+    QString RequireFolder(const QString& name) const;
+    const QString& Root() const { return m_root; }
 
     bool HasCapability(const QString& name, const QString& capability) const;
     /// Brings the repository's format up to what this library writes. Fails at once when somebody else has it locked;
@@ -81,6 +97,7 @@ private:
     static Presence Probe(int rootFd, const QString& name);
     static void RequireRepository(int rootFd, const QString& name);
     QByteArray FolderOf(const QString& name) const;
+    bool WasBuilt(int rootFd, const QString& name, const Plan& plan) const;
     QStringList CandidateNames() const;
     SvnRepository Open(const QString& name, SvnPool& pool) const;
     void SyncRoot(int rootFd) const;

@@ -45,14 +45,26 @@ apr_hash_t* CacheConfiguration(const QByteArray& path, apr_pool_t* pool)
 
 } // namespace
 
-SvnRepository::SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool)
+SvnRepository::SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool, Flush flush)
     : m_pool(pool)
     , m_name(name)
 {
     apr_hash_t* config = CacheConfiguration(path, pool.Get());
+    if (flush == Flush::Caller)
+        apr_hash_set(config, SVN_FS_CONFIG_NO_FLUSH_TO_DISK, APR_HASH_KEY_STRING, "1");
     CheckSvn(svn_repos_open3(&m_repository, path.constData(), config, pool.Get(), pool.Get()), texts::kCannotOpen,
              name);
     svn_fs_set_warning_func(Filesystem(), &LogWarning, nullptr);
+}
+
+void SvnRepository::CreateEmpty(const QString& folder, const QString& name)
+{
+    SvnPool pool;
+    apr_hash_t* config = apr_hash_make(pool.Get());
+    apr_hash_set(config, SVN_FS_CONFIG_FS_TYPE, APR_HASH_KEY_STRING, SVN_FS_TYPE_FSFS);
+    svn_repos_t* repository = nullptr;
+    CheckSvn(svn_repos_create(&repository, folder.toUtf8().constData(), nullptr, nullptr, nullptr, config, pool.Get()),
+             texts::kCannotCreate, name);
 }
 
 svn_revnum_t SvnRepository::YoungestRevision() const

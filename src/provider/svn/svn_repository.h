@@ -25,9 +25,16 @@ struct RepositoryEntry {
 class SvnRepository
 {
 public:
-    /// `path` is the folder on the disk (canonical, UTF-8); `name` is for the messages.
-    SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool);
+    /// When what is written is brought to the disk: at each commit, or by the caller when all is done.
+    enum class Flush { EachCommit, Caller };
 
+    /// `path` is the folder on the disk (canonical, UTF-8); `name` is for the messages.
+    SvnRepository(const QByteArray& path, const QString& name, SvnPool& pool, Flush flush = Flush::EachCommit);
+
+    /// Makes an empty repository in the empty folder `folder`.
+    static void CreateEmpty(const QString& folder, const QString& name);
+
+    svn_repos_t* Handle() const { return m_repository; }
     const QString& Name() const { return m_name; }
     svn_fs_t* Filesystem() const { return svn_repos_fs(m_repository); }
 

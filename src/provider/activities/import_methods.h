@@ -1,0 +1,17 @@
+#pragma once
+
+#include "provider/data_folder.h"
+#include "provider/management_class.h"
+
+namespace quenvolta
+{
+
+/// The methods of Quenvolta_Repository that bring repositories from elsewhere to the server.
+class ImportMethods
+{
+public:
+    /// Adds the methods to their class; `data` must outlive it.
+    static void AddTo(ManagementClass& repositories, DataFolder& data);
+};
+
+} // namespace quenvolta
