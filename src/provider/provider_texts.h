@@ -47,6 +47,8 @@ inline constexpr Text kWrongType{u"The parameter '%3' of the method '%1.%2' is o
 inline constexpr Text kMissingParameter{u"The method '%1.%2' needs the parameter '%3'."};
 inline constexpr Text kMethodNotBuilt{u"This server cannot carry out '%1.%2' yet."};
 inline constexpr Text kMethodNotBuiltSummary{u"The operation is not supported by this server."};
+inline constexpr Text kInvalidStartMode{
+    u"%1 is no start mode of a service. It is 2 (automatic), 3 (manual) or 4 (disabled)."};
 inline constexpr Text kServiceMissing{u"The server has no service named '%1'."};
 inline constexpr Text kRowTooLong{u"An object of the class '%1' is too large to be sent."};
 inline constexpr Text kOtherProtocol{

@@ -2,6 +2,8 @@
 
 #include "provider/activities/activity_class.h"
 #include "provider/activities/import_methods.h"
+#include "provider/certificates/certificate_methods.h"
+#include "provider/certificates/certificate_store.h"
 #include "provider/classes/account_class.h"
 #include "provider/classes/qdfs_service_class.h"
 #include "provider/classes/repository_class.h"
@@ -9,9 +11,13 @@
 #include "provider/classes/security_descriptor_class.h"
 #include "provider/classes/service_class.h"
 #include "provider/classes/version_info_class.h"
+#include "provider/data_lock.h"
 #include "provider/hooks/hook_methods.h"
 #include "provider/provider_error.h"
+#include "provider/roles/role_methods.h"
 #include "provider/server_settings_reader.h"
+#include "provider/standard/network_adapter_class.h"
+#include "provider/standard/system_account_class.h"
 #include "provider/svn/repository_store.h"
 
 namespace quenvolta
@@ -28,8 +34,11 @@ std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const
     HookMethods::AddTo(*repositories, data);
     server->Add(u"Quenvolta_Repository"_s, repositories);
     server->Add(u"Quenvolta_RepositoryEntry"_s, std::make_shared<RepositoryEntryClass>(data));
-    server->Add(u"Quenvolta_Service"_s, std::make_shared<ServiceClass>(data));
-    server->Add(u"Quenvolta_QdfsService"_s, std::make_shared<QdfsServiceClass>());
+    const auto service = std::make_shared<ServiceClass>(data);
+    CertificateMethods::AddTo(*service, data);
+    rolemethods::AddToService(*service, data);
+    server->Add(u"Quenvolta_Service"_s, service);
+    server->Add(u"Quenvolta_QdfsService"_s, std::make_shared<QdfsServiceClass>(data));
     server->Add(u"Quenvolta_User"_s, std::make_shared<AccountClass>());
     server->Add(u"Quenvolta_Group"_s, std::make_shared<AccountClass>());
     server->Add(u"Quenvolta_SecurityDescriptor"_s, std::make_shared<SecurityDescriptorClass>());
@@ -39,11 +48,32 @@ std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const
 
 std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& version)
 {
-    return std::make_unique<ManagementNamespace>(u"CIMV2"_s, version.Table());
+    auto standard = std::make_unique<ManagementNamespace>(u"CIMV2"_s, version.Table());
+    standard->Add(u"Win32_NetworkAdapterConfiguration"_s, std::make_shared<NetworkAdapterClass>());
+    standard->Add(u"Win32_UserAccount"_s, std::make_shared<SystemAccountClass>(std::make_unique<UserDatabase>()));
+    standard->Add(u"Win32_Group"_s, std::make_shared<SystemAccountClass>(std::make_unique<GroupDatabase>()));
+    return standard;
 }
+
+namespace
+{
+
+// Nobody waits for this: what stays because somebody holds the lock goes at the next start or change.
+void CleanCertificates(DataFolder& data)
+{
+    try {
+        const DataLock lock(data.Path(), [] { return true; });
+        CertificateStore(data.Path()).CleanLeftovers();
+    } catch (const ProviderError&) {
+        return;
+    }
+}
+
+} // namespace
 
 void CleanLeftovers(DataFolder& data)
 {
+    CleanCertificates(data);
     try {
         RepositoryStore(ServerSettingsReader(data.Settings()).RepositoriesRoot()).CleanLeftovers();
     } catch (const ProviderError&) {

@@ -12,11 +12,11 @@ namespace quenvolta
 /// The namespace root\Quenvolta of the server in `data`; `data` must outlive it.
 std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const ServedVersion& version);
 
-/// The computer's standard namespace root\CIMV2. Its classes have no instances yet.
+/// The computer's standard namespace root\CIMV2: network addresses, system users and groups.
 std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& version);
 
-/// Removes what ended providers left half made in the folder of the repositories. A folder that can't be
-/// read is no failure here: whatever needs it will say so.
+/// Removes what ended providers left half made in the folders of the certificates and of the repositories. A folder
+/// that can't be read is no failure here: whatever needs it will say so.
 void CleanLeftovers(DataFolder& data);
 
 } // namespace quenvolta

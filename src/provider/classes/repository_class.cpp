@@ -2,6 +2,8 @@
 
 #include "provider/classes/repository_entry_class.h"
 #include "provider/data_lock.h"
+#include "provider/roles/role_lists.h"
+#include "provider/roles/role_methods.h"
 
 namespace quenvolta
 {
@@ -48,6 +50,7 @@ RepositoryClass::RepositoryClass(DataFolder& data)
     Handle(u"DeleteFolders"_s, Effect::Changes, [this](MethodCall& call) { DeleteFolders(call); });
     Handle(u"HasCapability"_s, Effect::Reads, [this](MethodCall& call) { HasCapability(call); });
     Handle(u"Upgrade"_s, Effect::Changes, [this](MethodCall& call) { Upgrade(call); });
+    rolemethods::AddToRepository(*this, data);
 }
 
 std::optional<InstanceRow> RepositoryClass::Get(const ClassDefinitionPtr& definition, const Keys& keys, CallContext&)
@@ -81,7 +84,10 @@ void RepositoryClass::Create(MethodCall& call)
 {
     const QString name = call.String(u"Name");
     const DataLock lock(m_data.Path(), call.Context().cancel);
-    Store().Create(name, call.Context().requestId.toString(), call.Context().repeated);
+    const RepositoryStore store = Store();
+    if (!store.Exists(name))
+        RoleLists(m_data.Settings()).Forget(name);
+    store.Create(name, call.Context().requestId.toString(), call.Context().repeated);
 }
 
 void RepositoryClass::Rename(MethodCall& call)
@@ -90,9 +96,15 @@ void RepositoryClass::Rename(MethodCall& call)
     const QString newName = call.String(u"NewName");
     const DataLock lock(m_data.Path(), call.Context().cancel);
     const RepositoryStore store = Store();
-    if (call.Context().repeated && !store.Exists(oldName) && store.Exists(newName))
-        return; // the process that began this ended after the rename
-    store.Rename(oldName, newName);
+    RoleLists roles(m_data.Settings());
+    // The process that began this may have ended after the rename.
+    const bool renamed = call.Context().repeated && !store.Exists(oldName) && store.Exists(newName);
+    if (!renamed) {
+        if (store.Exists(oldName) && !store.Exists(newName))
+            roles.Copy(oldName, newName);
+        store.Rename(oldName, newName);
+    }
+    roles.Forget(oldName);
 }
 
 void RepositoryClass::Delete(MethodCall& call)
@@ -100,9 +112,10 @@ void RepositoryClass::Delete(MethodCall& call)
     const QString name = call.String(u"Name");
     const DataLock lock(m_data.Path(), call.Context().cancel);
     const RepositoryStore store = Store();
-    if (call.Context().repeated && !store.Exists(name))
-        return; // the process that began this ended after the repository had disappeared
-    store.Delete(name);
+    // The process that began this may have ended after the repository had disappeared.
+    if (!call.Context().repeated || store.Exists(name))
+        store.Delete(name);
+    RoleLists(m_data.Settings()).Forget(name);
 }
 
 void RepositoryClass::GetChildren(MethodCall& call)
