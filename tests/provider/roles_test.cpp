@@ -128,10 +128,16 @@ TEST_F(RolesTest, ARepositorysListsGoWithItAndNeverToAnother)
     Exec(u"Quenvolta_Repository"_s, u"Delete"_s, {{u"Name"_s, u"renamed"_s}});
     Create(u"renamed"_s);
     EXPECT_EQ(Delegation(u"renamed"_s), QStringList(u"off"_s));
-    // One whose folder was removed by hand left its lists behind.
-    ASSERT_TRUE(QDir(m_data.Path() + u"/repositories/50% \u00e4"_s).removeRecursively());
+    // Those whose folders were removed by hand left their lists behind.
+    const QString root = m_data.Path() + "/repositories/"_L1;
+    Delegate(u"renamed"_s, {u"S-1-22-1-4"_s});
+    for (const QString& name : {u"50% \u00e4"_s, u"renamed"_s})
+        ASSERT_TRUE(QDir(root + name).removeRecursively());
     Create(u"50% \u00e4"_s);
     EXPECT_EQ(Delegation(u"50% \u00e4"_s), QStringList(u"off"_s));
+    Exec(u"Quenvolta_Repository"_s, u"ImportRepository"_s,
+         {{u"Name"_s, u"renamed"_s}, {u"ImportPath"_s, QString(root + u"project"_s)}});
+    EXPECT_EQ(Delegation(u"renamed"_s), QStringList(u"off"_s));
 }
 
 TEST_F(RolesTest, TheStartModeOfTheReplicationServiceIsKept)

@@ -5,6 +5,7 @@
 #include "provider/activities/repository_import.h"
 #include "provider/data_lock.h"
 #include "provider/provider_error.h"
+#include "provider/roles/role_lists.h"
 #include "provider/server_settings_reader.h"
 #include "provider/svn/durable_files.h"
 #include "provider/svn/repository_store.h"
@@ -46,7 +47,11 @@ void Import(MethodCall& call, DataFolder& data)
         DurableFiles::SyncFileSystem(folder);
     };
     // Only the last step is a change that others could meet. After hours of work it waits for its turn.
-    plan.beforeMove = [&] { lock.emplace(data.Path(), cancel, DataLock::Patience::Endless); };
+    plan.beforeMove = [&] {
+        lock.emplace(data.Path(), cancel, DataLock::Patience::Endless);
+        if (!store.Exists(name))
+            RoleLists(data.Settings()).Forget(name); // of a repository that had the name before
+    };
     plan.cancel = cancel;
     plan.requestId = call.Context().requestId.toString();
     plan.repeated = call.Context().repeated;
