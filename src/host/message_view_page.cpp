@@ -38,6 +38,7 @@ MessageViewPage::MessageViewPage(QWidget* parent)
     m_ui->setupUi(this);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
+    setFocusProxy(m_ui->body);
     SetTitleFont(*m_ui->title);
     m_ui->body->document()->setDocumentMargin(0);
 }

@@ -3,6 +3,7 @@
 #include "host/icons.h"
 #include "host/page_fonts.h"
 #include "host/status_texts.h"
+#include "ui/string_table.h"
 #include "ui_status_view_page.h"
 
 namespace quenvolta
@@ -46,7 +47,8 @@ void StatusViewPage::ShowStatus(const CStatusSnapshot& status)
 
 void StatusViewPage::ShowServer(const CStatusSnapshot& status)
 {
-    m_ui->serverTitle->setText(status.settings.serverName);
+    m_ui->serverTitle->setText(
+        LoadString(StringId::kServerTitle, LoadString(StringId::kCaption), status.settings.serverName));
     m_ui->httpService->setText(ServiceStateText(status.httpServiceState));
     ShowRow(*m_ui->qdfsService, status.qdfsService ? QdfsServiceText(*status.qdfsService) : QString());
     ShowRow(*m_ui->url, status.settings.url);

@@ -25,8 +25,10 @@ public:
     void Reload(IConsole& console)
     {
         m_childrenLoaded = false;
-        if (!this->IsShown())
+        if (!this->IsShown()) {
+            this->ForgetError();
             return;
+        }
         const bool wasInError = this->IsInError();
         LoadChildren(console);
         if (wasInError || this->IsInError())

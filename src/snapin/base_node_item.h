@@ -170,9 +170,14 @@ protected:
             m_errorBody = exception.GetMessage();
             return false;
         }
+        ForgetError();
+        return true;
+    }
+
+    void ForgetError()
+    {
         m_errorTitle.clear();
         m_errorBody.clear();
-        return true;
     }
 
     /// Inserts a child as the last one below this node, or before a sibling.

@@ -216,6 +216,13 @@ TEST_F(TreeTest, AFailedReadingIsShownAndARefreshEndsIt)
     EXPECT_EQ(console.errorTitle, u"Unable to access users");
     console.Notify(u"Users"_s, MMC_NOTIFY_TYPE::MMCN_REFRESH);
     EXPECT_EQ(console.viewType, QString());
+    server.Fail(Operation::EnumerateInstances, u"Quenvolta_Group"_s, {WBEM_E_FAILED}, 1);
+    console.Select(u"Groups"_s);
+    EXPECT_EQ(console.errorTitle, u"Unable to access groups");
+    console.Select({});
+    data->Model().CreateGroup(u"ops"_s, {}); // a reason to read them anew
+    console.Select(u"Groups"_s);
+    EXPECT_EQ(console.Listed(), QStringList{u"ops"_s});
     EXPECT_EQ(messages.errors, QStringList());
 }
 
