@@ -1,8 +1,10 @@
 #include "foundation/exception.h"
 #include "provider/activities/job_server.h"
 #include "provider/data_folder.h"
+#include "provider/provider_error.h"
 #include "provider/provider_server.h"
 #include "provider/provider_texts.h"
+#include "provider/server_account.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -28,10 +30,11 @@ int Fail(const QString& text, int status)
 // One activity for the provider that started this process, or a console's whole session.
 int Serve(const QCommandLineParser& options, bool asJob)
 {
-    const QString given = options.value(u"data"_s);
-    const QString data = given.isEmpty() ? DataFolder::DefaultPath() : given;
+    const QString named = options.value(u"data"_s);
+    const QString data = named.isEmpty() ? DataFolder::DefaultPath() : named;
     const QString versionText = options.value(u"as-version"_s);
     try {
+        ServerAccount::Enter(data);
         const ServedVersion version = versionText.isEmpty() ? ServedVersion() : ServedVersion(versionText);
         if (asJob)
             return JobServer(STDIN_FILENO, STDOUT_FILENO, data, version).Run();
@@ -40,6 +43,8 @@ int Serve(const QCommandLineParser& options, bool asJob)
         return status == 0 ? 0 : Fail(replies::kUnknownOption.arg(server.Fault()), status);
     } catch (const Exception& failure) {
         return Fail(replies::kUnknownOption.arg(failure.GetMessage()), kUsageError);
+    } catch (const ProviderError& error) {
+        return Fail(replies::kUnknownOption.arg(error.Description()), kUsageError);
     }
 }
 

@@ -26,6 +26,7 @@ private:
 };
 
 inline constexpr Text kCannotMakeDataFolder{u"Cannot create the server's data folder '%1': %2."};
+inline constexpr Text kCannotBecomeAccount{u"Cannot work as the account '%1' of the server's data folder '%2': %3."};
 inline constexpr Text kDataFolderIsFile{u"The server's data folder '%1' is not a folder."};
 inline constexpr Text kCannotReadSettings{u"Cannot read or write the server's settings in '%1': %2"};
 inline constexpr Text kNoRepositoriesRoot{u"The server has no folder for its repositories ('%1' is not an absolute "

@@ -2,11 +2,11 @@
 
 #include "foundation/registry_accessor.h"
 #include "foundation/registry_key.h"
-#include "provider/classes/service_class.h"
 #include "provider/data_lock.h"
 #include "provider/provider_error.h"
 #include "provider/provider_texts.h"
 #include "provider/roles/role_methods.h"
+#include "provider/service_state.h"
 
 namespace quenvolta
 {

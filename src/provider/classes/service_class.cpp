@@ -15,7 +15,10 @@ constexpr std::uint32_t kWindowsAuthentication = 1;
 
 ServiceClass::ServiceClass(DataFolder& data)
     : m_settings(data.Settings())
+    , m_web(data)
+    , m_methods(data, m_web)
 {
+    m_methods.AddTo(*this);
 }
 
 std::optional<InstanceRow> ServiceClass::Get(const ClassDefinitionPtr& definition, const Keys& keys, CallContext&)
@@ -33,11 +36,11 @@ void ServiceClass::Enumerate(const ClassDefinitionPtr& definition, CallContext& 
 InstanceRow ServiceClass::Row(const ClassDefinitionPtr& definition) const
 {
     const RegistryAccessor& values = m_settings.Values();
+    const WebService::Status status = m_web.ReadStatus();
     InstanceRow row(definition);
     row.Set(u"Name", kName.toString())
-        // Nothing has started the web service: its methods are not carried out yet.
-        .Set(u"ServiceState", static_cast<std::uint32_t>(ServiceState::Stopped))
-        .Set(u"ExitCode", std::uint32_t{0})
+        .Set(u"ServiceState", static_cast<std::uint32_t>(status.state))
+        .Set(u"ExitCode", status.exitCode)
         .Set(u"RepositoriesRoot", values.GetRepositoriesRoot())
         .Set(u"AdjustRepositoriesRootPermissions", values.GetAdjustRepositoriesRootPermissions())
         .Set(u"ServerName", m_settings.ServerName())

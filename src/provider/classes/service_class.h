@@ -1,14 +1,13 @@
 #pragma once
 
+#include "provider/classes/service_methods.h"
 #include "provider/data_folder.h"
 #include "provider/management_class.h"
 #include "provider/server_settings_reader.h"
+#include "provider/web/web_service.h"
 
 namespace quenvolta
 {
-
-/// The numbers of a service's states that the classes tell.
-enum class ServiceState : std::uint32_t { Stopped = 1, StartPending = 2, StopPending = 3, Running = 4 };
 
 /// Quenvolta_Service: the one instance "QuenvoltaServer", the web service with the server's settings.
 class ServiceClass final : public ManagementClass
@@ -22,10 +21,14 @@ public:
                                    CallContext& context) override;
     void Enumerate(const ClassDefinitionPtr& definition, CallContext& context) override;
 
+    WebService& Web() { return m_web; }
+
 private:
     InstanceRow Row(const ClassDefinitionPtr& definition) const;
 
     ServerSettingsReader m_settings;
+    WebService m_web;
+    ServiceMethods m_methods;
 };
 
 } // namespace quenvolta

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+
+#include <sys/types.h>
+
+namespace quenvolta
+{
+
+/// The account that owns the server's data and that its web service works as.
+///
+/// httpd refuses to serve as root, and what root's libraries and hooks write could not be changed by httpd. So a
+/// provider that root starts works as the owner of the data folder: everything that it makes, and every process that it
+/// starts, belongs to that account without further care. It keeps a way back, for the few things that only root can do
+/// (Elevation); a program that it starts has no such way.
+class ServerAccount
+{
+public:
+    /// Makes this process work as the owner of the data folder. Root makes a missing folder for the system's account
+    /// for web services. Does nothing for a process that isn't root's, for a folder that belongs to root, and for a
+    /// missing one that the web service's account could not reach: root then works for itself, without a web service.
+    /// ProviderError when the system refuses.
+    static void Enter(const QString& dataFolder);
+
+    /// True when this process works as root.
+    static bool IsRoot();
+
+    /// The name of an account, or its number.
+    static QString NameOf(uid_t account);
+    /// The name of the account that a web service would have on this system; empty when there is none.
+    static QString WebAccount();
+
+    /// Root's power for the current thread while it lives, when root started this process; else nothing.
+    class Elevation
+    {
+    public:
+        Elevation();
+        ~Elevation();
+        Q_DISABLE_COPY_MOVE(Elevation)
+
+    private:
+        uid_t m_account;
+    };
+
+    /// For a child before it becomes a program: lets the program bind ports below 1024, if this process may. Safe
+    /// between fork and exec.
+    static void AllowLowPorts();
+};
+
+} // namespace quenvolta
