@@ -7,6 +7,8 @@
 #include <QSysInfo>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace quenvolta
 {
 
@@ -61,6 +63,12 @@ QString ServerSettingsReader::RepositoriesRoot() const
 
 QString EncodeForUrl(const QString& path)
 {
+    // Most names need nothing; a list has thousands of them.
+    const auto isPlain = [](QChar c) {
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'-' && c <= u'9') || c == u'_';
+    };
+    if (std::all_of(path.cbegin(), path.cend(), isPlain))
+        return path;
     return QString::fromLatin1(QUrl::toPercentEncoding(path, QByteArrayLiteral("/!$&'()*+,=:@")));
 }
 

@@ -19,6 +19,7 @@ QLocale CollationLocale()
 
 NaturalOrder::NaturalOrder()
     : m_collator(CollationLocale())
+    , m_hasPlainOrder(m_collator.locale().language() == QLocale::English)
 {
     m_collator.setNumericMode(true);
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
