@@ -52,6 +52,7 @@ public:
     /// An input parameter; ProviderError (WBEM_E_INVALID_METHOD_PARAMETERS) when it is null.
     QString String(QStringView name) const { return Required<QString>(name); }
     QStringList StringArray(QStringView name) const { return Required<QStringList>(name); }
+    QList<WbemObjectPtr> ObjectArray(QStringView name) const { return Required<QList<WbemObjectPtr>>(name); }
     bool Bool(QStringView name) const { return Required<bool>(name); }
     qint32 Int32(QStringView name) const { return Required<std::int32_t>(name); }
     /// The same, or nothing when it is null or the served version does not have it.

@@ -1,15 +1,18 @@
 #include "provider/server_namespaces.h"
 
+#include "provider/accounts/account_store.h"
 #include "provider/activities/activity_class.h"
 #include "provider/activities/import_methods.h"
 #include "provider/certificates/certificate_methods.h"
 #include "provider/certificates/certificate_store.h"
-#include "provider/classes/account_class.h"
+#include "provider/classes/group_class.h"
 #include "provider/classes/qdfs_service_class.h"
 #include "provider/classes/repository_class.h"
 #include "provider/classes/repository_entry_class.h"
+#include "provider/classes/repository_security_methods.h"
 #include "provider/classes/security_descriptor_class.h"
 #include "provider/classes/service_class.h"
+#include "provider/classes/user_class.h"
 #include "provider/classes/version_info_class.h"
 #include "provider/data_lock.h"
 #include "provider/hooks/hook_methods.h"
@@ -19,6 +22,7 @@
 #include "provider/standard/network_adapter_class.h"
 #include "provider/standard/system_account_class.h"
 #include "provider/svn/repository_store.h"
+#include "provider/svn/svn_log.h"
 
 namespace quenvolta
 {
@@ -28,20 +32,24 @@ using namespace Qt::StringLiterals;
 std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const ServedVersion& version)
 {
     auto server = std::make_unique<ManagementNamespace>(u"Quenvolta"_s, version.Table());
+    const auto accounts = std::make_shared<AccountStore>(data);
+    const auto security = std::make_shared<RepositorySecurityMethods>(data, accounts);
+    const auto repositories = std::make_shared<RepositoryClass>(data, accounts);
+    security->AddTo(*repositories);
     server->Add(u"Quenvolta_VersionInfo"_s, std::make_shared<VersionInfoClass>(version));
-    const auto repositories = std::make_shared<RepositoryClass>(data);
     ImportMethods::AddTo(*repositories, data);
     HookMethods::AddTo(*repositories, data);
     server->Add(u"Quenvolta_Repository"_s, repositories);
-    server->Add(u"Quenvolta_RepositoryEntry"_s, std::make_shared<RepositoryEntryClass>(data));
+    server->Add(u"Quenvolta_RepositoryEntry"_s, std::make_shared<RepositoryEntryClass>(data, accounts));
     const auto service = std::make_shared<ServiceClass>(data);
+    service->Web().BeforeStart([accounts](const CancelCheck& cancel) { accounts->RenewRules(cancel); });
     CertificateMethods::AddTo(*service, data);
     rolemethods::AddToService(*service, data);
     server->Add(u"Quenvolta_Service"_s, service);
     server->Add(u"Quenvolta_QdfsService"_s, std::make_shared<QdfsServiceClass>(data));
-    server->Add(u"Quenvolta_User"_s, std::make_shared<AccountClass>());
-    server->Add(u"Quenvolta_Group"_s, std::make_shared<AccountClass>());
-    server->Add(u"Quenvolta_SecurityDescriptor"_s, std::make_shared<SecurityDescriptorClass>());
+    server->Add(u"Quenvolta_User"_s, std::make_shared<UserClass>(accounts));
+    server->Add(u"Quenvolta_Group"_s, std::make_shared<GroupClass>(accounts));
+    server->Add(u"Quenvolta_SecurityDescriptor"_s, std::make_shared<SecurityDescriptorClass>(security));
     server->Add(u"Quenvolta_Activity"_s, std::make_shared<ActivityClass>());
     return server;
 }
@@ -69,11 +77,22 @@ void CleanCertificates(DataFolder& data)
     }
 }
 
+void RepairAccounts(DataFolder& data)
+{
+    try {
+        AccountStore(data).Repair([] { return true; });
+    } catch (const ProviderError& error) {
+        if (error.Code() != WBEM_E_CALL_CANCELLED)
+            qCWarning(logSvn) << error.Description();
+    }
+}
+
 } // namespace
 
 void CleanLeftovers(DataFolder& data)
 {
     CleanCertificates(data);
+    RepairAccounts(data);
     try {
         RepositoryStore(ServerSettingsReader(data.Settings()).RepositoriesRoot()).CleanLeftovers();
     } catch (const ProviderError&) {

@@ -15,8 +15,8 @@ std::unique_ptr<ManagementNamespace> MakeServerNamespace(DataFolder& data, const
 /// The computer's standard namespace root\CIMV2: network addresses, system users and groups.
 std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& version);
 
-/// Removes what ended providers left half made in the folders of the certificates and of the repositories. A folder
-/// that can't be read is no failure here: whatever needs it will say so.
+/// Finishes or removes what ended providers left half made: accounts, certificates and repositories. A folder that
+/// can't be read or written is no failure here: whatever needs it will say so.
 void CleanLeftovers(DataFolder& data);
 
 } // namespace quenvolta

@@ -1,5 +1,6 @@
 #include "provider/activities/import_methods.h"
 
+#include "provider/accounts/account_store.h"
 #include "provider/activities/activity_texts.h"
 #include "provider/activities/import_source.h"
 #include "provider/activities/repository_import.h"
@@ -49,8 +50,11 @@ void Import(MethodCall& call, DataFolder& data)
     // Only the last step is a change that others could meet. After hours of work it waits for its turn.
     plan.beforeMove = [&] {
         lock.emplace(data.Path(), cancel, DataLock::Patience::Endless);
-        if (!store.Exists(name))
-            RoleLists(data.Settings()).Forget(name); // of a repository that had the name before
+        if (store.Exists(name))
+            return;
+        // Of a repository that had the name before.
+        AccountStore(data).ForgetRepository(*lock, name);
+        RoleLists(data.Settings()).Forget(name);
     };
     plan.cancel = cancel;
     plan.requestId = call.Context().requestId.toString();

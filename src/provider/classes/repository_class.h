@@ -1,9 +1,12 @@
 #pragma once
 
+#include "provider/accounts/account_store.h"
 #include "provider/data_folder.h"
 #include "provider/management_class.h"
 #include "provider/server_settings_reader.h"
 #include "provider/svn/repository_store.h"
+
+#include <memory>
 
 namespace quenvolta
 {
@@ -12,7 +15,7 @@ namespace quenvolta
 class RepositoryClass final : public ManagementClass
 {
 public:
-    explicit RepositoryClass(DataFolder& data);
+    RepositoryClass(DataFolder& data, std::shared_ptr<AccountStore> accounts);
 
     std::optional<InstanceRow> Get(const ClassDefinitionPtr& definition, const Keys& keys,
                                    CallContext& context) override;
@@ -21,7 +24,10 @@ public:
 private:
     RepositoryStore Store() const { return RepositoryStore(m_settings.RepositoriesRoot()); }
     InstanceRow Row(const ClassDefinitionPtr& definition, const RepositoryRecord& record,
-                    const QString& repositoriesUrl) const;
+                    const QString& repositoriesUrl, const AccountModel& accounts) const;
+
+    /// Removes what is kept for a repository of this name.
+    void Forget(const DataLock& lock, const QString& name);
 
     void Create(MethodCall& call);
     void Rename(MethodCall& call);
@@ -34,6 +40,7 @@ private:
 
     DataFolder& m_data;
     ServerSettingsReader m_settings;
+    std::shared_ptr<AccountStore> m_accounts;
 };
 
 } // namespace quenvolta

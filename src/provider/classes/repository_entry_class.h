@@ -1,9 +1,12 @@
 #pragma once
 
+#include "provider/accounts/account_store.h"
 #include "provider/data_folder.h"
 #include "provider/management_class.h"
 #include "provider/server_settings_reader.h"
 #include "provider/svn/svn_repository.h"
+
+#include <memory>
 
 namespace quenvolta
 {
@@ -12,17 +15,18 @@ namespace quenvolta
 class RepositoryEntryClass final : public ManagementClass
 {
 public:
-    explicit RepositoryEntryClass(DataFolder& data);
+    RepositoryEntryClass(DataFolder& data, std::shared_ptr<AccountStore> accounts);
 
     std::optional<InstanceRow> Get(const ClassDefinitionPtr& definition, const Keys& keys,
                                    CallContext& context) override;
 
     /// The entry as an object; `repositoryUrl` is the repository's address without a slash at its end.
     static InstanceRow Row(const ClassDefinitionPtr& definition, const QString& repository,
-                           const QString& repositoryUrl, const RepositoryEntry& entry);
+                           const QString& repositoryUrl, const RepositoryEntry& entry, const AccountModel& accounts);
 
 private:
     ServerSettingsReader m_settings;
+    std::shared_ptr<AccountStore> m_accounts;
 };
 
 } // namespace quenvolta
