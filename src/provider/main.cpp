@@ -30,11 +30,11 @@ int Fail(const QString& text, int status)
 // One activity for the provider that started this process, or a console's whole session.
 int Serve(const QCommandLineParser& options, bool asJob)
 {
-    const QString named = options.value(u"data"_s);
-    const QString data = named.isEmpty() ? DataFolder::DefaultPath() : named;
+    const QString given = options.value(u"data"_s);
+    const QString data = given.isEmpty() ? DataFolder::DefaultPath() : given;
     const QString versionText = options.value(u"as-version"_s);
     try {
-        ServerAccount::Enter(data);
+        const ServerAccount account(data);
         const ServedVersion version = versionText.isEmpty() ? ServedVersion() : ServedVersion(versionText);
         if (asJob)
             return JobServer(STDIN_FILENO, STDOUT_FILENO, data, version).Run();

@@ -99,7 +99,7 @@ void MakeFor(const Account& account, const QString& dataFolder)
 
 } // namespace
 
-void ServerAccount::Enter(const QString& dataFolder)
+ServerAccount::ServerAccount(const QString& dataFolder)
 {
     if (!IsRoot())
         return;
@@ -118,12 +118,25 @@ void ServerAccount::Enter(const QString& dataFolder)
             return;
         MakeFor(*account, dataFolder);
     }
+    m_formerGroup = ::getegid();
+    m_formerGroups.resize(static_cast<std::size_t>(qMax(0, ::getgroups(0, nullptr))));
+    ::getgroups(static_cast<int>(m_formerGroups.size()), m_formerGroups.data());
+    m_entered = true;
     // The real user changes too: a shell that runs a hook would go back to it. The saved one is the way back; a program
     // that is started loses it.
     if (::initgroups(account->name.constData(), account->group) != 0 ||
         ::setresgid(account->group, account->group, account->group) != 0 ||
         ::setresuid(account->user, account->user, kRoot) != 0)
         Refuse(dataFolder, account->name);
+}
+
+ServerAccount::~ServerAccount()
+{
+    // What looks at a process at its end, such as a check for leaks, isn't let in as long as there is a way back.
+    if (m_entered &&
+        (::setresuid(kRoot, kRoot, kRoot) != 0 || ::setresgid(m_formerGroup, m_formerGroup, m_formerGroup) != 0 ||
+         ::setgroups(m_formerGroups.size(), m_formerGroups.data()) != 0))
+        qWarning("cannot leave the server's account");
 }
 
 bool ServerAccount::IsRoot()

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <sys/types.h>
+#include <vector>
 
 namespace quenvolta
 {
@@ -16,11 +17,13 @@ namespace quenvolta
 class ServerAccount
 {
 public:
-    /// Makes this process work as the owner of the data folder. Root makes a missing folder for the system's account
-    /// for web services. Does nothing for a process that isn't root's, for a folder that belongs to root, and for a
-    /// missing one that the web service's account could not reach: root then works for itself, without a web service.
-    /// ProviderError when the system refuses.
-    static void Enter(const QString& dataFolder);
+    /// Makes this process work as the owner of the data folder while this object lives. Root makes a missing folder for
+    /// the system's account for web services. Does nothing for a process that isn't root's, for a folder that belongs
+    /// to root, and for a missing one that the web service's account could not reach: root then works for itself,
+    /// without a web service. ProviderError when the system refuses.
+    explicit ServerAccount(const QString& dataFolder);
+    ~ServerAccount();
+    Q_DISABLE_COPY_MOVE(ServerAccount)
 
     /// True when this process works as root.
     static bool IsRoot();
@@ -45,6 +48,11 @@ public:
     /// For a child before it becomes a program: lets the program bind ports below 1024, if this process may. Safe
     /// between fork and exec.
     static void AllowLowPorts();
+
+private:
+    bool m_entered = false;
+    gid_t m_formerGroup = 0;
+    std::vector<gid_t> m_formerGroups;
 };
 
 } // namespace quenvolta

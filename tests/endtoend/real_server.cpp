@@ -7,17 +7,35 @@
 #include <QProcess>
 #include <QUrl>
 
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace quenvolta::test
 {
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+const passwd* ServerAccount()
+{
+    return ::geteuid() == 0 ? ::getpwnam("www-data") : nullptr;
+}
+
+} // namespace
+
 RealServer::RealServer()
 {
     // As the provider would make it at first use, so that repositories can be there before it runs.
     EXPECT_TRUE(QDir().mkpath(RepositoriesFolder()));
+    if (const passwd* account = ServerAccount()) {
+        for (const QString& folder : {m_folder.path(), DataFolder(), RepositoriesFolder()}) {
+            EXPECT_EQ(::chown(QFile::encodeName(folder).constData(), account->pw_uid, account->pw_gid), 0);
+        }
+    }
 }
 
 QString RealServer::ProviderProgram()
@@ -77,6 +95,12 @@ QString RealServer::Run(const QString& program, const QStringList& arguments)
 {
     constexpr int kLongestWaitMs = 120'000;
     QProcess process;
+    if (const passwd* account = ServerAccount()) {
+        process.setChildProcessModifier([user = account->pw_uid, group = account->pw_gid] {
+            if (::setgroups(0, nullptr) != 0 || ::setgid(group) != 0 || ::setuid(user) != 0)
+                ::_exit(1);
+        });
+    }
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished(kLongestWaitMs)) << program.toStdString();
     EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << ": " << process.readAllStandardError().toStdString();

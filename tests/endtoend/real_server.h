@@ -7,7 +7,8 @@
 namespace quenvolta::test
 {
 
-/// A server's data in a temporary folder, filled by the stock Subversion tools.
+/// A server's data in a temporary folder, filled by the stock Subversion tools. For root's tests it belongs to the
+/// account of web services, as root's provider would make it, and the tools work as that account.
 class RealServer
 {
 public:

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "provider/classes/service_class.h"
 #include "provider/data_folder.h"
+#include "provider/management_namespace.h"
 #include "provider/provider_error.h"
+#include "provider/served_version.h"
 #include "provider/server_account.h"
-#include "provider/server_namespaces.h"
 #include "provider/svn/repository_store.h"
 #include "provider/web/web_process.h"
 
@@ -16,7 +18,6 @@
 
 #include <csignal>
 #include <functional>
-#include <grp.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <optional>
@@ -69,9 +70,11 @@ protected:
     void SetUp() override
     {
         QFile::setPermissions(m_temporary.path(), QFile::Permissions(0x7755));
-        ServerAccount::Enter(DataPath());
+        m_account.emplace(DataPath());
         m_data.emplace(DataPath());
-        m_server = MakeServerNamespace(*m_data, ServedVersion(u"3.3.1"_s));
+        // The class alone: the files of users and permissions are the tests' own.
+        m_server = std::make_unique<ManagementNamespace>(u"Quenvolta"_s, ServedVersion().Table());
+        m_server->Add(u"Quenvolta_Service"_s, std::make_shared<ServiceClass>(*m_data));
         ASSERT_TRUE(QDir(DataPath()).mkdir(u"scratch"_s));
         Call(u"SetNetworkOptions"_s, Network(false, m_port));
     }
@@ -83,11 +86,7 @@ protected:
             EXPECT_TRUE(process->WaitForEnd(std::chrono::seconds(30)));
         }
         WebProcess::EndOrphans(Folder());
-        if (::getuid() != m_startedAs) {
-            ASSERT_EQ(::setresuid(m_startedAs, m_startedAs, m_startedAs), 0);
-            ASSERT_EQ(::setresgid(0, 0, 0), 0);
-            ASSERT_EQ(::setgroups(0, nullptr), 0);
-        }
+        m_account.reset();
     }
 
     QString DataPath() const { return m_temporary.path() + u"/da ta\"'%{x}\\#<>"_s; }
@@ -196,8 +195,8 @@ protected:
     QString Url(const QString& repository) const { return u"http://127.0.0.1:%1/svn/"_s.arg(m_port) + repository; }
 
     static constexpr auto kPath = "Quenvolta_Service.Name=\"QuenvoltaServer\""_L1;
-    uid_t m_startedAs = ::getuid();
     QTemporaryDir m_temporary;
+    std::optional<ServerAccount> m_account;
     int m_port = PortHolder::Free();
     NoRows m_rows;
     std::optional<DataFolder> m_data;

@@ -4,12 +4,20 @@
 #include "provider/web/web_texts.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <sys/stat.h>
 
 namespace quenvolta
 {
+
+WebFolder::WebFolder(const QString& dataFolder)
+    : m_data(QFileInfo(dataFolder).canonicalFilePath())
+{
+    if (m_data.isEmpty()) // it isn't there yet
+        m_data = QFileInfo(dataFolder).absoluteFilePath();
+}
 
 void WebFolder::Make() const
 {

@@ -9,10 +9,8 @@ namespace quenvolta
 class WebFolder
 {
 public:
-    explicit WebFolder(const QString& dataFolder)
-        : m_data(dataFolder)
-    {
-    }
+    /// The folder's true path counts: a service must be recognised by whatever way its folder is named.
+    explicit WebFolder(const QString& dataFolder);
 
     /// Makes the folders that are missing, for the server's account alone. ProviderError.
     void Make() const;

@@ -181,7 +181,7 @@ StagedFile WebService::Stage(const WebSettings& settings, const ApacheInstallati
     const QString keytab = configuration.Keytab();
     if (!keytab.isEmpty() && !QFileInfo(keytab).isReadable())
         throw ProviderError(WBEM_E_FAILED, webtexts::kNoKeytab.arg(keytab, settings.serverName));
-    if (settings.secure) {
+    if (settings.secure && !ServerAccount::IsRoot()) {
         const StagedFile trial(m_folder.Configuration(), configuration.Compose({ListenAddress::FindFree()}));
         const TrialRun run(installation.Program(), trial.Path(), m_folder);
         if (!run.Succeeded())
