@@ -124,13 +124,13 @@ TEST_F(RealModelTest, EveryVersionUpTo33IsServedAndNewerOnesAreRefused)
 TEST_F(RealModelTest, WhatIsNotBuiltYetSaysSo)
 {
     RealModel real(LocalOptions(server));
+    real.model.CreateRepository(u"Project"_s, false);
     try {
-        real.model.CreateUser(u"jane"_s, u"secret"_s);
+        real.model.ConvertToQdfs(u"Project"_s);
         FAIL();
     } catch (const WMIClientException& failure) {
         EXPECT_EQ(failure.Code(), WBEM_E_NOT_SUPPORTED);
-        EXPECT_TRUE(failure.GetMessage().contains(u"Quenvolta_User.Create"_s));
-        EXPECT_FALSE(failure.GetMessage().contains(u"secret"_s));
+        EXPECT_TRUE(failure.GetMessage().contains(u"Quenvolta_Repository.ConvertToQdfs"_s));
     }
 }
 
