@@ -1,5 +1,6 @@
 #include "provider/svn/folder_editor.h"
 
+#include "provider/provider_error.h"
 #include "provider/svn/repository_names.h"
 #include "provider/svn/repository_texts.h"
 #include "provider/svn/svn_failure.h"
@@ -94,8 +95,13 @@ svn_revnum_t FolderEditor::CommitEdit(const QStringList& paths, Edit edit)
         SvnTransaction transaction(m_repository, m_author, m_message, m_requestId);
         (this->*edit)(transaction, paths);
         ThrowIfCancelled(m_cancel);
-        if (const auto revision = transaction.Commit())
-            return *revision;
+        try {
+            if (const auto revision = transaction.Commit())
+                return *revision;
+        } catch (const ProviderError& error) {
+            if (error.Code() != WBEM_E_ACCESS_DENIED || !m_repository.ClearInterruptedCommit())
+                throw;
+        }
     }
     m_repository.Refuse(WBEM_E_FAILED, texts::kChangedMeanwhile);
 }

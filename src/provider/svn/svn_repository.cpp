@@ -6,6 +6,9 @@
 #include "provider/svn/svn_failure.h"
 #include "provider/svn/svn_log.h"
 
+#include <QFile>
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <apr_strings.h>
 #include <cstdint>
@@ -15,6 +18,8 @@
 
 namespace quenvolta
 {
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -41,6 +46,28 @@ apr_hash_t* CacheConfiguration(const QByteArray& path, apr_pool_t* pool)
     apr_hash_t* config = apr_hash_make(pool);
     apr_hash_set(config, SVN_FS_CONFIG_FSFS_CACHE_NS, APR_HASH_KEY_STRING, marker);
     return config;
+}
+
+// The file of a revision's properties below the filesystem's folder.
+QString RevisionPropertiesFile(const QString& folder, svn_revnum_t revision)
+{
+    QFile format(folder + "/format"_L1);
+    if (!format.open(QIODevice::ReadOnly))
+        return {};
+    static const QRegularExpression kSharded(u"layout sharded ([1-9][0-9]*)"_s);
+    const QString shardSize = kSharded.match(QString::fromLatin1(format.readAll())).captured(1);
+    const QString shard = shardSize.isEmpty() ? QString() : QString::number(revision / shardSize.toLong()) + u'/';
+    return folder + "/revprops/"_L1 + shard + QString::number(revision);
+}
+
+// While nobody can commit: the properties of a revision beyond the youngest one belong to nothing.
+svn_error_t* ClearOrphanedProperties(void* baton, apr_pool_t* pool)
+{
+    auto* fs = static_cast<svn_fs_t*>(baton);
+    svn_revnum_t youngest = 0;
+    SVN_ERR(svn_fs_youngest_rev(&youngest, fs, pool));
+    QFile::remove(RevisionPropertiesFile(QString::fromUtf8(svn_fs_path(fs, pool)), youngest + 1));
+    return SVN_NO_ERROR;
 }
 
 } // namespace
@@ -72,6 +99,16 @@ svn_revnum_t SvnRepository::YoungestRevision() const
     svn_revnum_t revision = SVN_INVALID_REVNUM;
     CheckSvn(svn_fs_youngest_rev(&revision, Filesystem(), m_pool.Get()), texts::kCannotRead, m_name);
     return revision;
+}
+
+bool SvnRepository::ClearInterruptedCommit() const
+{
+    const QString folder = QString::fromUtf8(svn_fs_path(Filesystem(), m_pool.Get()));
+    if (!QFile::exists(RevisionPropertiesFile(folder, YoungestRevision() + 1)))
+        return false;
+    CheckSvn(svn_fs_freeze(Filesystem(), ClearOrphanedProperties, Filesystem(), m_pool.Get()), texts::kCannotChange,
+             m_name);
+    return true;
 }
 
 std::optional<svn_revnum_t> SvnRepository::FindCommitOf(const QByteArray& requestId) const

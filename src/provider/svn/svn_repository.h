@@ -46,6 +46,10 @@ public:
     /// The commit that a request made, when it is one of the last hundred: others may have committed since.
     std::optional<svn_revnum_t> FindCommitOf(const QByteArray& requestId) const;
 
+    /// Clears what a commit that was killed in its last moment left in the way of the next one: the properties of a
+    /// revision that never came to be, in a file that only root could write to again. True when there was something.
+    bool ClearInterruptedCommit() const;
+
     /// Whether it can do what the library calls `capability` ("mergeinfo"); false for what the library doesn't know.
     bool HasCapability(const QString& capability) const;
 
