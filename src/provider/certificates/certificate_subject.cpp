@@ -96,7 +96,8 @@ QByteArray HostNameBytes(const QString& name)
         if (wildcard && !host.isEmpty())
             host.prepend("*."_L1);
     }
-    return host.size() <= kLongestHostName && kHostName.match(host).hasMatch() ? host.toLower().toLatin1() : QByteArray();
+    return host.size() <= kLongestHostName && kHostName.match(host).hasMatch() ? host.toLower().toLatin1()
+                                                                               : QByteArray();
 }
 
 // Adds the name, unless it is there already; false when it is neither a host name nor an address.
