@@ -1,12 +1,12 @@
 #include "host/console_window.h"
 
-#include "host/icons.h"
 #include "host/message_view_page.h"
 #include "host/row_delegate.h"
 #include "host/status_view_page.h"
 #include "host/view_state.h"
 #include "platform/mmc/result_view_type.h"
 #include "ui/guard.h"
+#include "ui/icons.h"
 #include "ui/string_table.h"
 #include "ui_console_window.h"
 

@@ -1,6 +1,6 @@
 #include "host/image_list_adapter.h"
 
-#include "host/icons.h"
+#include "ui/icons.h"
 
 namespace quenvolta
 {

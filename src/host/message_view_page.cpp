@@ -1,7 +1,7 @@
 #include "host/message_view_page.h"
 
-#include "host/icons.h"
 #include "host/page_fonts.h"
+#include "ui/icons.h"
 #include "ui_message_view_page.h"
 
 namespace quenvolta

@@ -1,8 +1,8 @@
 #include "host/status_view_page.h"
 
-#include "host/icons.h"
 #include "host/page_fonts.h"
 #include "host/status_texts.h"
+#include "ui/icons.h"
 #include "ui/string_table.h"
 #include "ui_status_view_page.h"
 

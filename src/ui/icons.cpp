@@ -1,4 +1,4 @@
-#include "host/icons.h"
+#include "ui/icons.h"
 
 #include <QDir>
 
