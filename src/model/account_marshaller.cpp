@@ -86,6 +86,24 @@ PermissionList AccountMarshaller::ToPermissions(const QList<WMIObject>& objects)
     return entries;
 }
 
+QList<WMIObject> AccountMarshaller::ToWindowsAccounts(const QStringList& identifiers) const
+{
+    QList<WMIObject> objects;
+    objects.reserve(identifiers.size());
+    for (const QString& identifier : identifiers)
+        objects.append(ToObject({AccountKind::WindowsAccount, identifier}));
+    return objects;
+}
+
+QStringList AccountMarshaller::ToIdentifiers(const QList<WMIObject>& windowsAccounts)
+{
+    QStringList identifiers;
+    identifiers.reserve(windowsAccounts.size());
+    for (const WMIObject& account : windowsAccounts)
+        identifiers.append(account.GetString(u"SID"_s));
+    return identifiers;
+}
+
 QList<GroupMember> AccountMarshaller::ToGroupMembers(const QList<WMIObject>& objects) const
 {
     QList<GroupMember> members;

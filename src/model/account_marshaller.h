@@ -6,6 +6,7 @@
 #include "wmi/wmi_object.h"
 
 #include <QList>
+#include <QStringList>
 
 #include <array>
 
@@ -24,6 +25,9 @@ public:
     Account ToAccount(const WMIObject& object) const;
     QList<WMIObject> ToObjects(const PermissionList& entries) const;
     PermissionList ToPermissions(const QList<WMIObject>& objects) const;
+    /// Windows accounts by their security identifiers.
+    QList<WMIObject> ToWindowsAccounts(const QStringList& identifiers) const;
+    static QStringList ToIdentifiers(const QList<WMIObject>& windowsAccounts);
     /// Objects that are neither users nor groups are skipped.
     QList<GroupMember> ToGroupMembers(const QList<WMIObject>& objects) const;
 

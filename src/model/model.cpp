@@ -64,44 +64,4 @@ std::uint32_t CModel::GetFeatureLevel()
     return GetProxy().FeatureLevel();
 }
 
-ServerVersionInfo CModel::GetServerVersionInfo()
-{
-    return GetProxy().GetServerVersionInfo();
-}
-
-ServerSettings CModel::GetServerSettings()
-{
-    return GetProxy().GetServerSettings();
-}
-
-ServerStatus CModel::GetServerStatus()
-{
-    return GetProxy().GetServerStatus();
-}
-
-std::uint32_t CModel::GetHttpServiceState()
-{
-    return GetProxy().GetHttpServiceState();
-}
-
-ServiceExitState CModel::GetHttpServiceExitState()
-{
-    return GetProxy().GetHttpServiceExitState();
-}
-
-ServiceStatus CModel::GetQdfsServiceState()
-{
-    return GetProxy().GetQdfsServiceState();
-}
-
-ServiceExitState CModel::GetQdfsServiceExitState()
-{
-    return GetProxy().GetQdfsServiceExitState();
-}
-
-QStringList CModel::GetServerIpAddresses()
-{
-    return GetProxy().GetServerIpAddresses();
-}
-
 } // namespace quenvolta

@@ -1,12 +1,18 @@
 #pragma once
 
 #include "foundation/preferences.h"
+#include "model/account_results.h"
+#include "model/authentication_options.h"
+#include "model/certificate_info.h"
+#include "model/certificate_subject_info.h"
 #include "model/group_member.h"
+#include "model/hook_info.h"
 #include "model/model_events.h"
 #include "model/model_subscribers.h"
 #include "model/permission_entry.h"
 #include "model/repository_entry_info.h"
 #include "model/repository_info.h"
+#include "model/role_settings.h"
 #include "model/server_capability.h"
 #include "model/server_settings.h"
 #include "model/server_status.h"
@@ -21,11 +27,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace quenvolta
 {
 
 class CServerProxy;
+class IcAsyncCallMonitor;
+struct StartedActivity;
 
 /// The console's picture of the one server that it manages. Every operation may throw; one that needs the server
 /// connects a disconnected model first. A failed operation notifies nobody.
@@ -86,20 +95,51 @@ public:
     void ChangeMasterTo(const QString& name, const QString& masterServer, const QString& masterRepository);
     bool SupportsMergeinfo(const QString& name);
     std::uint32_t GetImportSourceType(const QString& path);
+    HookInfo GetHook(const QString& repositoryName, HookKind kind);
+    void SetHook(const QString& repositoryName, HookKind kind, const QString& text);
+    /// Also for a hook that the repository doesn't have.
+    void DeleteHook(const QString& repositoryName, HookKind kind);
+
+    // Calls that may run for minutes: the server takes them on, and the monitor watches each to its end. A call that
+    // can't be started fails without the monitor.
+    /// The mode is the server's number for the form of what stands at the path; 0 is a repository.
+    void ImportRepository(const QString& name, const QString& importPath, std::int32_t importMode,
+                          IcAsyncCallMonitor& monitor);
+    void ImportQdfsMaster(const QString& name, const QString& importPath, bool permissions, bool delegation, bool hooks,
+                          IcAsyncCallMonitor& monitor);
+    void CheckReplicationConsistency(const QString& name, IcAsyncCallMonitor& monitor);
+    void ExportReplicationSeed(const QString& name, const QString& destinationPath, IcAsyncCallMonitor& monitor);
+    /// Asks the server to end a call that it took on; the call tells what came of it.
+    void CancelActivity(const QString& activityId);
 
     // Accounts and permissions
+    // Refusals that a dialog words itself are results; every other failure is thrown.
     /// Names in the server's order.
     QStringList GetUsers();
     QStringList GetGroups();
-    void CreateUser(const QString& name, const QString& password);
+    UserCreation CreateUser(const QString& name, const QString& password);
     void SetPassword(const QString& userName, const QString& password);
     void DeleteUser(const QString& name);
-    void CreateGroup(const QString& name, const QList<GroupMember>& members);
+    GroupCreation CreateGroup(const QString& name, const QList<GroupMember>& members);
     QList<GroupMember> GetGroupMembers(const QString& name);
-    void SetGroupMembers(const QString& name, const QList<GroupMember>& members);
+    MembershipChange SetGroupMembers(const QString& name, const QList<GroupMember>& members);
     void DeleteGroup(const QString& name);
     PermissionList GetSecurity(const TreePosition& target);
     void SetSecurity(const TreePosition& target, const PermissionList& entries);
+
+    // Roles: lists of Windows accounts by their security identifiers
+    QStringList GetServerAdmins();
+    void SetServerAdmins(const QStringList& identifiers);
+    QStringList GetRepositorySupervisors();
+    void SetRepositorySupervisors(const QStringList& identifiers);
+    QStringList GetReplicationPartners();
+    void SetReplicationPartners(const QStringList& identifiers);
+    /// Who manages the repository.
+    RoleSettings GetDelegationSettings(const QString& repositoryName);
+    void SetDelegationSettings(const QString& repositoryName, const RoleSettings& settings);
+    /// Who replicates the repository.
+    RoleSettings GetReplicationSettings(const QString& repositoryName);
+    void SetReplicationSettings(const QString& repositoryName, const RoleSettings& settings);
 
     // The server and its services
     ServerVersionInfo GetServerVersionInfo();
@@ -111,8 +151,39 @@ public:
     ServiceExitState GetQdfsServiceExitState();
     /// The addresses of the computer's network adapters, as the standard namespace lists them.
     QStringList GetServerIpAddresses();
+    void StartHttpService();
+    void StopHttpService();
+    /// Servers of version 2.2 or later (kRestartService).
+    void RestartHttpService();
+    void StartQdfsService();
+    void StopQdfsService();
+    void ChangeQdfsStartMode(std::uint32_t startMode);
+    /// Lets the service start with its computer.
+    void EnableQdfsService();
+    void SetAuthenticationOptions(const AuthenticationOptions& options);
+    /// The port is that of the chosen kind of connection. Without addresses the server listens on all of them.
+    void SetNetworkOptions(bool useSecureConnection, std::int32_t port, const std::optional<QStringList>& addresses);
+    /// Without a name the server is called as its computer.
+    void SetServerName(const std::optional<QString>& customName);
+    void SetLoggingOptions(bool accessLogging, bool operationalLogging);
+    void SetWebInterfaceOptions(bool redirectFromLegacyWebInterface);
+    /// The server's answer: kRepositoriesRootSet, kRepositoriesRootMissing or another number. `forceCreate` makes a
+    /// missing folder. Announced when it was set.
+    std::uint32_t SetRepositoriesRoot(const QString& path, bool adjustPermissions, bool forceCreate);
+
+    // The server's certificate
+    /// Empty when the server has none.
+    CertificateInfo GetCertificateInformation();
+    void CreateSelfSignedCertificate(const CertificateSubjectInfo& subject, std::int32_t days);
+    /// The request for a certification authority, as PEM text. The server keeps its key.
+    QString CreateCertificateRequest(const CertificateSubjectInfo& subject);
+    /// PEM text of a certificate and perhaps its key.
+    void ImportCertificate(const QString& base64Certificate);
+    /// How the certificate fits its key, in the server's numbers; 0 fits a key that the server holds.
+    std::uint32_t ValidateCertificate(const QString& base64Certificate);
 
 private:
+    void RunActivity(StartedActivity started, IcAsyncCallMonitor& monitor);
     void AddStructureAndAnnounce(const QString& name, bool withStructure);
     std::uint32_t AnnounceConversion(const QString& name, std::uint32_t answer);
 

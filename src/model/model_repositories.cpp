@@ -133,4 +133,19 @@ std::uint32_t CModel::GetImportSourceType(const QString& path)
     return GetProxy().GetImportSourceType(path);
 }
 
+HookInfo CModel::GetHook(const QString& repositoryName, HookKind kind)
+{
+    return GetProxy().GetHook(repositoryName, kind);
+}
+
+void CModel::SetHook(const QString& repositoryName, HookKind kind, const QString& text)
+{
+    GetProxy().SetHook(repositoryName, kind, text);
+}
+
+void CModel::DeleteHook(const QString& repositoryName, HookKind kind)
+{
+    GetProxy().DeleteHook(repositoryName, kind);
+}
+
 } // namespace quenvolta

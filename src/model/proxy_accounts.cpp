@@ -1,4 +1,3 @@
-#include "model/server_call.h"
 #include "model/server_proxy.h"
 #include "wmi/object_paths.h"
 
@@ -77,6 +76,11 @@ void CServerProxy::SetGroupMembers(const QString& name, const QList<GroupMember>
     ServerCall(m_connection, m_classes.group, u"SetMembers"_s)
         .With(u"Members"_s, MemberPaths(members))
         .Run(BuildObjectPath(m_classes.group.ClassName(), name));
+}
+
+bool CServerProxy::GroupExists(const QString& name)
+{
+    return !m_connection.GetObject(BuildObjectPath(m_classes.group.ClassName(), name), true).IsEmpty();
 }
 
 void CServerProxy::DeleteGroup(const QString& name)

@@ -1,4 +1,3 @@
-#include "model/server_call.h"
 #include "model/server_proxy.h"
 #include "wmi/object_paths.h"
 

@@ -1,4 +1,3 @@
-#include "model/server_call.h"
 #include "model/server_proxy.h"
 #include "wmi/object_paths.h"
 
@@ -19,7 +18,7 @@ constexpr std::uint32_t kGetSecurityLevel = 2;
 QString CServerProxy::SecuredObjectPath(const TreePosition& target) const
 {
     if (target.repositoryName.isEmpty())
-        return BuildObjectPath(m_classes.service.ClassName(), u"QuenvoltaServer"_s);
+        return ServicePath();
     return target.path == u"/" ? RepositoryPath(target.repositoryName) : EntryPath(target);
 }
 

@@ -24,14 +24,24 @@ ServiceExitState ReadExitState(const WMIObject& service)
 
 } // namespace
 
+QString CServerProxy::ServicePath() const
+{
+    return BuildObjectPath(m_classes.service.ClassName(), u"QuenvoltaServer"_s);
+}
+
+QString CServerProxy::QdfsServicePath() const
+{
+    return BuildObjectPath(m_classes.qdfsService.ClassName(), u"qdfssvc"_s);
+}
+
 WMIObject CServerProxy::GetService()
 {
-    return m_connection.GetObject(BuildObjectPath(m_classes.service.ClassName(), u"QuenvoltaServer"_s));
+    return m_connection.GetObject(ServicePath());
 }
 
 WMIObject CServerProxy::GetQdfsService()
 {
-    return m_connection.GetObject(BuildObjectPath(m_classes.qdfsService.ClassName(), u"qdfssvc"_s));
+    return m_connection.GetObject(QdfsServicePath());
 }
 
 ServerSettings CServerProxy::ReadSettings(const WMIObject& service) const
@@ -106,6 +116,38 @@ QStringList CServerProxy::GetServerIpAddresses()
             addresses += adapter.GetStringArray(u"IPAddress"_s);
     }
     return addresses;
+}
+
+void CServerProxy::StartHttpService()
+{
+    m_connection.ExecMethod(ServicePath(), u"StartService"_s);
+}
+
+void CServerProxy::StopHttpService()
+{
+    m_connection.ExecMethod(ServicePath(), u"StopService"_s);
+}
+
+void CServerProxy::RestartHttpService()
+{
+    m_connection.ExecMethod(ServicePath(), u"RestartService"_s);
+}
+
+void CServerProxy::StartQdfsService()
+{
+    m_connection.ExecMethod(QdfsServicePath(), u"StartService"_s);
+}
+
+void CServerProxy::StopQdfsService()
+{
+    m_connection.ExecMethod(QdfsServicePath(), u"StopService"_s);
+}
+
+void CServerProxy::ChangeQdfsStartMode(std::uint32_t startMode)
+{
+    ServerCall(m_connection, m_classes.qdfsService, u"ChangeStartMode"_s)
+        .With(u"StartMode"_s, static_cast<std::int32_t>(startMode))
+        .Run(QdfsServicePath());
 }
 
 } // namespace quenvolta

@@ -35,4 +35,9 @@ WMIObject ServerCall::Run(const QString& target) const
     return m_connection.ExecMethod(target, m_method, m_in);
 }
 
+WbemCallResultPtr ServerCall::Start(const QString& target, const WbemContextPtr& context) const
+{
+    return m_connection.ExecMethodAsync(target, m_method, m_in, context);
+}
+
 } // namespace quenvolta

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <concepts>
 #include <cstdint>
 
 namespace quenvolta
@@ -24,8 +25,22 @@ public:
     ServerCall& With(const QString& name, const QStringList& values);
     ServerCall& With(const QString& name, const QList<WMIObject>& values);
 
+    ServerCall& With(const QString& name, std::same_as<bool> auto value)
+    {
+        m_in.PutBool(name, value);
+        return *this;
+    }
+    ServerCall& With(const QString& name, std::same_as<std::int32_t> auto value)
+    {
+        m_in.PutInt32(name, value);
+        return *this;
+    }
+
     /// Makes the call on an instance's path, or on the class's name for a static method; gives the outputs.
     WMIObject Run(const QString& target) const;
+    /// The same without waiting for the end: what the caller asks for the outcome. The context's value "ActivityId"
+    /// lets the call be cancelled.
+    WbemCallResultPtr Start(const QString& target, const WbemContextPtr& context) const;
 
 private:
     WMIConnection& m_connection;

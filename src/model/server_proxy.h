@@ -1,16 +1,23 @@
 #pragma once
 
 #include "model/account_marshaller.h"
+#include "model/authentication_options.h"
+#include "model/certificate_info.h"
+#include "model/certificate_subject_info.h"
 #include "model/class_caches.h"
 #include "model/group_member.h"
+#include "model/hook_info.h"
 #include "model/permission_entry.h"
 #include "model/repository_entry_info.h"
 #include "model/repository_info.h"
+#include "model/role_settings.h"
+#include "model/server_call.h"
 #include "model/server_capability.h"
 #include "model/server_settings.h"
 #include "model/server_status.h"
 #include "model/server_version_info.h"
 #include "model/service_status.h"
+#include "model/started_activity.h"
 #include "model/tree_position.h"
 #include "wmi/wmi_connection.h"
 
@@ -19,6 +26,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <optional>
 
 namespace quenvolta
 {
@@ -58,6 +66,20 @@ public:
     void ChangeMasterTo(const QString& name, const QString& masterServer, const QString& masterRepository);
     bool SupportsMergeinfo(const QString& name);
     std::uint32_t GetImportSourceType(const QString& path);
+    HookInfo GetHook(const QString& repositoryName, HookKind kind);
+    void SetHook(const QString& repositoryName, HookKind kind, const QString& text);
+    void DeleteHook(const QString& repositoryName, HookKind kind);
+    RoleSettings GetDelegationSettings(const QString& repositoryName);
+    void SetDelegationSettings(const QString& repositoryName, const RoleSettings& settings);
+    RoleSettings GetReplicationSettings(const QString& repositoryName);
+    void SetReplicationSettings(const QString& repositoryName, const RoleSettings& settings);
+
+    StartedActivity ImportRepository(const QString& name, const QString& importPath, std::int32_t importMode);
+    StartedActivity ImportQdfsMaster(const QString& name, const QString& importPath, bool permissions, bool delegation,
+                                     bool hooks);
+    StartedActivity CheckReplicationConsistency(const QString& name);
+    StartedActivity ExportReplicationSeed(const QString& name, const QString& destinationPath);
+    void CancelActivity(const QString& activityId);
 
     QStringList GetUsers();
     QStringList GetGroups();
@@ -67,6 +89,7 @@ public:
     void CreateGroup(const QString& name, const QList<GroupMember>& members);
     QList<GroupMember> GetGroupMembers(const QString& name);
     void SetGroupMembers(const QString& name, const QList<GroupMember>& members);
+    bool GroupExists(const QString& name);
     void DeleteGroup(const QString& name);
     PermissionList GetSecurity(const TreePosition& target);
     void SetSecurity(const TreePosition& target, const PermissionList& entries);
@@ -79,11 +102,45 @@ public:
     ServiceStatus GetQdfsServiceState();
     ServiceExitState GetQdfsServiceExitState();
     QStringList GetServerIpAddresses();
+    void StartHttpService();
+    void StopHttpService();
+    void RestartHttpService();
+    void StartQdfsService();
+    void StopQdfsService();
+    void ChangeQdfsStartMode(std::uint32_t startMode);
+    void SetAuthenticationOptions(const AuthenticationOptions& options);
+    void SetNetworkOptions(bool useSecureConnection, std::int32_t port, const std::optional<QStringList>& addresses);
+    void SetServerName(const std::optional<QString>& customName);
+    void SetLoggingOptions(bool accessLogging, bool operationalLogging);
+    void SetWebInterfaceOptions(bool redirectFromLegacyWebInterface);
+    std::uint32_t SetRepositoriesRoot(const QString& path, bool adjustPermissions, bool forceCreate);
+
+    QStringList GetServerAdmins();
+    void SetServerAdmins(const QStringList& identifiers);
+    QStringList GetRepositorySupervisors();
+    void SetRepositorySupervisors(const QStringList& identifiers);
+    QStringList GetReplicationPartners();
+    void SetReplicationPartners(const QStringList& identifiers);
+
+    CertificateInfo GetCertificateInformation();
+    void CreateSelfSignedCertificate(const CertificateSubjectInfo& subject, std::int32_t days);
+    QString CreateCertificateRequest(const CertificateSubjectInfo& subject);
+    void ImportCertificate(const QString& base64Certificate);
+    std::uint32_t ValidateCertificate(const QString& base64Certificate);
 
 private:
     WMIObject GetVersionObject();
     WMIObject GetService();
     WMIObject GetQdfsService();
+    QString ServicePath() const;
+    QString QdfsServicePath() const;
+    QStringList ReadAccounts(const QString& path, const QString& method, const QString& parameter);
+    RoleSettings ReadRole(const QString& repositoryName, const QString& method, const QString& parameter);
+    void WriteAccounts(const QString& path, IcWMIClassRef& classRef, const QString& method, const QString& parameter,
+                       const QStringList& identifiers);
+    void WriteRole(const QString& repositoryName, const QString& method, const QString& parameter,
+                   const RoleSettings& settings);
+    ServerCall SubjectCall(const QString& method, const CertificateSubjectInfo& subject);
     QString RepositoryPath(const QString& name) const;
     QString EntryPath(const TreePosition& position) const;
     QString SecuredObjectPath(const TreePosition& target) const;

@@ -15,6 +15,11 @@ enum class KnownState {
     No = 2,
 };
 
+/// What setting the repositories' root answers; other numbers are the server's own.
+inline constexpr std::uint32_t kRepositoriesRootSet = 0;
+/// The folder isn't there and was not to be made; nothing has changed.
+inline constexpr std::uint32_t kRepositoriesRootMissing = 1;
+
 /// The settings of the web service.
 struct ServerSettings {
     QString repositoriesRoot;

@@ -5,6 +5,8 @@
 namespace quenvolta
 {
 
+/// The start mode of a service that starts with its computer.
+inline constexpr std::uint32_t kStartModeAutomatic = 2;
 /// The start mode of a service that is disabled.
 inline constexpr std::uint32_t kStartModeDisabled = 4;
 

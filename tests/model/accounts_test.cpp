@@ -1,3 +1,4 @@
+#include "foundation/wmi_client_exception.h"
 #include "model_test.h"
 
 namespace quenvolta
@@ -49,6 +50,35 @@ TEST_F(AccountsTest, KeepsUsersAndGroups)
     ExpectCode(WBEM_E_NOT_FOUND, [this] { model.DeleteUser(u"ann"_s); });
     EXPECT_EQ(log, (QStringList{u"user created ann"_s, u"group created team"_s, u"members team"_s,
                                 u"group deleted team"_s, u"user deleted ann"_s}));
+}
+
+TEST_F(AccountsTest, TurnsRefusalsThatDialogsExpectIntoResults)
+{
+    const QList<GroupMember> inner{{GroupMemberKind::Group, u"inner"_s}};
+    const QList<GroupMember> outer{{GroupMemberKind::Group, u"outer"_s}};
+    EXPECT_EQ(model.CreateUser(u"ann"_s, u"p"_s), UserCreation::Created);
+    EXPECT_EQ(model.CreateGroup(u"inner"_s, {}), GroupCreation::Created);
+    EXPECT_EQ(model.CreateGroup(u"outer"_s, inner), GroupCreation::Created);
+    log.clear();
+    EXPECT_EQ(model.CreateUser(u"ann"_s, u"p"_s), UserCreation::AlreadyExists);
+    EXPECT_EQ(model.CreateGroup(u"outer"_s, {}), GroupCreation::AlreadyExists);
+    EXPECT_EQ(model.CreateGroup(u"own"_s, {{GroupMemberKind::Group, u"own"_s}}), GroupCreation::MembersHaveCycles);
+    EXPECT_EQ(model.SetGroupMembers(u"inner"_s, outer), MembershipChange::MembersHaveCycles);
+    EXPECT_EQ(model.SetGroupMembers(u"none"_s, inner), MembershipChange::NoSuchGroup);
+    // A missing member answers with the same code as a missing group.
+    server.Fail(Operation::ExecMethod, u"SetMembers"_s, {WBEM_E_NOT_FOUND, server.ExtendedError(u"no bob"_s)});
+    test::ExpectMessage<WMIClientException>(u"no bob"_s, [&] { model.SetGroupMembers(u"inner"_s, {}); });
+    server.Fail(Operation::ExecMethod, u"Create"_s, {WBEM_E_NOT_FOUND}, 2);
+    ExpectCode(WBEM_E_NOT_FOUND, [&] { model.CreateGroup(u"new"_s, {}); });
+    ExpectCode(WBEM_E_NOT_FOUND, [&] { model.CreateUser(u"new"_s, u"p"_s); });
+    EXPECT_TRUE(log.isEmpty());
+    EXPECT_EQ(model.SetGroupMembers(u"outer"_s, inner), MembershipChange::Done);
+    EXPECT_EQ(log, QStringList{u"members outer"_s});
+
+    // What fails on the way to the server is no answer of the server.
+    model.Disconnect();
+    server.Fail(Operation::Connect, {}, {WBEM_E_ALREADY_EXISTS});
+    ExpectCode(WBEM_E_ALREADY_EXISTS, [&] { model.CreateUser(u"bob"_s, u"p"_s); });
 }
 
 TEST(SecurityTest, GoesTheWayOfTheServersVersion)

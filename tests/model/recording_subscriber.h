@@ -38,6 +38,7 @@ public:
     void OnGroupCreated(const QString& name) override { Note(Format(u"group created %s", name)); }
     void OnGroupMembersChanged(const QString& name) override { Note(Format(u"members %s", name)); }
     void OnGroupDeleted(const QString& name) override { Note(Format(u"group deleted %s", name)); }
+    void OnServerSettingsChanged() override { Note(Format(u"settings")); }
     void OnComputerChanged() override { Note(Format(u"computer")); }
 
 private:

@@ -23,6 +23,15 @@ struct StandInPermission {
     bool operator==(const StandInPermission&) const = default;
 };
 
+/// A repository's delegation or replication.
+struct StandInRole {
+    bool enabled = false;
+    /// Security identifiers.
+    QStringList accounts = {};
+
+    bool operator==(const StandInRole&) const = default;
+};
+
 struct StandInRepository {
     QString name = {};
     /// 0 FSFS, 1 QDFS master, 2 QDFS slave; nothing for one whose type can't be told.
@@ -32,6 +41,10 @@ struct StandInRepository {
     QString masterRepository = {};
     /// Path ("/trunk") -> whether it is a folder. The root isn't listed.
     QMap<QString, bool> entries = {};
+    /// The configured scripts by the server's numbers for them.
+    QMap<int, QString> hooks = {};
+    StandInRole delegation = {};
+    StandInRole replication = {};
 };
 
 struct StandInGroup {
@@ -53,6 +66,17 @@ struct StandInData {
     QMap<QString, Variant> versionInfo;
     /// The addresses of each network adapter; null for an adapter without any.
     QList<std::optional<QStringList>> adapters;
+    /// Security identifiers.
+    QStringList admins;
+    QStringList supervisors;
+    QStringList partners;
+    /// Properties of the certificate by their names; empty when there is none.
+    QMap<QString, Variant> certificate;
+    /// What the server answers when it validates a certificate, and when it is asked for the kind of an import.
+    std::uint32_t validation = 0;
+    std::uint32_t importSourceType = 0;
+    /// Folders that the server doesn't have and makes only when it must.
+    QStringList missingFolders;
 
     StandInRepository* FindRepository(const QString& name);
 };

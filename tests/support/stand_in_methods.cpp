@@ -58,6 +58,36 @@ std::pair<QString, QString> SecuredPlace(const QString& objectPath)
     return {};
 }
 
+constexpr HRESULT kMembersHaveCycles = HResultFromWin32(1059);
+
+StandInGroup* FindGroup(QList<StandInGroup>& groups, const QString& name)
+{
+    const auto found =
+        std::find_if(groups.begin(), groups.end(), [&name](const StandInGroup& each) { return each.name == name; });
+    return found == groups.end() ? nullptr : &*found;
+}
+
+// Whether a group with these members would be a member of itself.
+bool HasCycle(QList<StandInGroup>& groups, const QString& name, QStringList paths)
+{
+    for (qsizetype i = 0; i < paths.size(); ++i) { // grows by the members of the groups that it holds
+        const std::shared_ptr<IWbemPath> path = CreateWbemPath();
+        QString className;
+        QList<PathKey> keys;
+        if (Failed(path->SetText(paths[i])) || Failed(path->GetClassName(&className)) || Failed(path->GetKeys(&keys)) ||
+            className != u"Quenvolta_Group")
+            continue;
+        const QString member = keys.value(0).value;
+        if (member == name)
+            return true;
+        if (const StandInGroup* group = FindGroup(groups, member)) {
+            std::copy_if(group->members.cbegin(), group->members.cend(), std::back_inserter(paths),
+                         [&paths](const QString& next) { return !paths.contains(next); });
+        }
+    }
+    return false;
+}
+
 bool RemoveNamed(QList<StandInGroup>& groups, const QString& name)
 {
     return groups.removeIf([&name](const StandInGroup& group) { return group.name == name; }) > 0;
@@ -116,7 +146,7 @@ void StandInServer::AddRepositoryMethods()
     });
     Handle(kRepository, u"TestQdfsConnection"_s, [](MethodContext&) { return S_OK; });
     Handle(kRepository, u"GetImportSourceType"_s,
-           [](MethodContext& call) { return call.out->Put(u"ReturnValue"_s, 0U); });
+           [this](MethodContext& call) { return call.out->Put(u"ReturnValue"_s, data.importSourceType); });
     Handle(kRepository, u"ImportRepository"_s, [this](MethodContext& call) { return CreateRepository(call, {}); });
     Handle(kRepository, u"ImportQdfsMaster"_s,
            [this](MethodContext& call) { return CreateRepository(call, {.name = {}, .type = 1}); });
@@ -198,23 +228,27 @@ void StandInServer::AddAccountMethods()
     });
     Handle(user, u"SetPassword"_s, [](MethodContext&) { return S_OK; });
     Handle(group, u"Create"_s, [this](MethodContext& call) {
-        data.groups.append({call.Text(u"Name"_s), call.Texts(u"Members"_s)});
+        const StandInGroup created{call.Text(u"Name"_s), call.Texts(u"Members"_s)};
+        if (FindGroup(data.groups, created.name))
+            return Refuse(*this, WBEM_E_ALREADY_EXISTS, u"The group already exists."_s);
+        if (HasCycle(data.groups, created.name, created.members))
+            return Refuse(*this, kMembersHaveCycles, u"The group would be a member of itself."_s);
+        data.groups.append(created);
         return S_OK;
     });
     Handle(group, u"Delete"_s, [this](MethodContext& call) {
         return RemoveNamed(data.groups, call.Text(u"Name"_s)) ? S_OK : WBEM_E_NOT_FOUND;
     });
-    const auto find = [this](const QString& name) {
-        return std::find_if(data.groups.begin(), data.groups.end(),
-                            [&name](const StandInGroup& each) { return each.name == name; });
-    };
-    Handle(group, u"SetMembers"_s, [find](MethodContext& call) {
-        find(call.key)->members = call.Texts(u"Members"_s);
+    Handle(group, u"SetMembers"_s, [this](MethodContext& call) {
+        const QStringList members = call.Texts(u"Members"_s);
+        if (HasCycle(data.groups, call.key, members))
+            return Refuse(*this, kMembersHaveCycles, u"The group would be a member of itself."_s);
+        FindGroup(data.groups, call.key)->members = members;
         return S_OK;
     });
-    Handle(group, u"GetMembers"_s, [this, find](MethodContext& call) {
+    Handle(group, u"GetMembers"_s, [this](MethodContext& call) {
         QList<WbemObjectPtr> members;
-        for (const QString& text : std::as_const(find(call.key)->members)) {
+        for (const QString& text : std::as_const(FindGroup(data.groups, call.key)->members)) {
             const std::shared_ptr<IWbemPath> path = CreateWbemPath();
             QString className;
             QList<PathKey> keys;
@@ -243,30 +277,6 @@ void StandInServer::AddPermissionMethods()
     });
     Handle(u"Quenvolta_SecurityDescriptor"_s, u"SetSecurity"_s, [this](MethodContext& call) {
         data.permissions[SecuredPlace(call.Text(u"Object"_s))] = ToPermissions(call.Objects(u"Permissions"_s));
-        return S_OK;
-    });
-}
-
-void StandInServer::AddServiceMethods()
-{
-    const QString service = u"Quenvolta_Service"_s;
-    const QString qdfsService = u"Quenvolta_QdfsService"_s;
-    const auto change = [](QMap<QString, Variant>& properties, std::uint32_t state) {
-        return [&properties, state](MethodContext&) {
-            properties[u"ServiceState"_s] = state;
-            return S_OK;
-        };
-    };
-    Handle(service, u"StartService"_s, change(data.service, 4));
-    Handle(service, u"StopService"_s, change(data.service, 1));
-    Handle(service, u"RestartService"_s, change(data.service, 4));
-    Handle(qdfsService, u"StartService"_s, change(data.qdfsService, 4));
-    Handle(qdfsService, u"StopService"_s, change(data.qdfsService, 1));
-    Handle(u"Quenvolta_Activity"_s, u"Cancel"_s, [this](MethodContext& call) {
-        for (const std::shared_ptr<PendingCall>& pending : m_pending) {
-            if (pending->ActivityId() == call.Text(u"Id"_s) && !pending->IsComplete())
-                pending->Fail({WBEM_E_CALL_CANCELLED});
-        }
         return S_OK;
     });
 }

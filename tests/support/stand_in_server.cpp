@@ -21,9 +21,11 @@ template <typename Value>
 Value Input(const std::shared_ptr<WbemObject>& in, const QString& parameter)
 {
     Variant value;
-    if (!in || Failed(in->Get(parameter, &value, nullptr)))
-        ADD_FAILURE() << "no input parameter " << parameter.toStdString();
+    if (in)
+        in->Get(parameter, &value, nullptr);
     const Value* held = std::get_if<Value>(&value);
+    if (!held)
+        ADD_FAILURE() << "no input parameter " << parameter.toStdString();
     return held ? *held : Value{};
 }
 
@@ -39,6 +41,19 @@ StandInRepository* StandInData::FindRepository(const QString& name)
     const auto found = std::find_if(repositories.begin(), repositories.end(),
                                     [&name](const StandInRepository& each) { return each.name == name; });
     return found == repositories.end() ? nullptr : &*found;
+}
+
+Variant MethodContext::Value(const QString& parameter) const
+{
+    Variant value;
+    if (in)
+        in->Get(parameter, &value, nullptr);
+    return value;
+}
+
+std::int32_t MethodContext::Number(const QString& parameter) const
+{
+    return Input<std::int32_t>(in, parameter);
 }
 
 QString MethodContext::Text(const QString& parameter) const
@@ -90,6 +105,10 @@ StandInServer::StandInServer(const QString& version)
     AddAccountMethods();
     AddPermissionMethods();
     AddServiceMethods();
+    AddSettingMethods();
+    AddCertificateMethods();
+    AddHookMethods();
+    AddRoleMethods();
 }
 
 void StandInServer::Fail(Operation operation, const QString& name, const Failure& failure, int count, int skip)

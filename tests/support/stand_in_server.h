@@ -55,6 +55,10 @@ struct MethodContext {
     /// The output parameters to fill. Null when the method has none.
     std::shared_ptr<WbemObject> out;
 
+    /// Null for a parameter that wasn't put or that this version doesn't have.
+    Variant Value(const QString& parameter) const;
+    // These fail the test when the parameter wasn't put.
+    std::int32_t Number(const QString& parameter) const;
     QString Text(const QString& parameter) const;
     QStringList Texts(const QString& parameter) const;
     QList<WbemObjectPtr> Objects(const QString& parameter) const;
@@ -165,6 +169,14 @@ private:
     void AddAccountMethods();
     void AddPermissionMethods();
     void AddServiceMethods();
+    void AddSettingMethods();
+    void AddCertificateMethods();
+    void AddHookMethods();
+    void AddRoleMethods();
+    void AddServerRole(const QString& className, const QString& subject, const QString& parameter,
+                       QStringList StandInData::*list);
+    void AddRepositoryRole(const QString& subject, const QString& parameter, StandInRole StandInRepository::*role);
+    QList<WbemObjectPtr> WindowsAccounts(const QStringList& identifiers) const;
     HRESULT CreateRepository(MethodContext& call, StandInRepository repository);
 
     ClassTable m_table;
