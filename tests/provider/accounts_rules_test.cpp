@@ -67,36 +67,12 @@ int Evaluate(const AccessRules& rules, const QString& user, const QString& repos
     return static_cast<int>(rules.Evaluate(user, repository, path));
 }
 
-AccountModel ModelOfCases()
-{
-    AccountModel model;
-    for (const QString& user : permissioncases::Users())
-        model.AddUser(user, "hash");
-    for (const permissioncases::Group& group : permissioncases::Groups()) {
-        AccountModel::Members members;
-        for (const QString& user : group.users)
-            members.append({PrincipalKind::User, user});
-        for (const QString& inner : group.groups)
-            members.append({PrincipalKind::Group, inner});
-        model.AddGroup(group.name, members);
-    }
-    QMap<SecuredPlace, PermissionList> lists;
-    for (const permissioncases::Entry& entry : permissioncases::Entries()) {
-        const PrincipalKind kind = entry.kind == '*'   ? PrincipalKind::Everyone
-                                   : entry.kind == 'u' ? PrincipalKind::User
-                                                       : PrincipalKind::Group;
-        lists[{entry.repository, entry.path}].append({{kind, entry.account}, static_cast<Access>(entry.level)});
-    }
-    for (auto list = lists.cbegin(); list != lists.cend(); ++list)
-        model.SetPermissions(list.key(), *list);
-    return model;
-}
-
 } // namespace
 
 TEST(AccountsRulesTest, TheProviderAndSubversionReadEveryCaseAlike)
 {
-    const AccessRules rules = AccessRules::Resolve(ModelOfCases(), SignIn::ServerUsers, NoSystemAccounts());
+    const AccessRules rules =
+        AccessRules::Resolve(permissioncases::Model("hash"), SignIn::ServerUsers, NoSystemAccounts());
     const RulesFile file = WriteRules(rules);
     file.Check({});
     LibraryRules library(file.Text());

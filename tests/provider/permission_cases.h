@@ -1,5 +1,7 @@
 #pragma once
 
+#include "provider/accounts/account_model.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -42,18 +44,31 @@ inline QStringList Users()
 /// Members stand before the groups that hold them.
 inline QList<Group> Groups()
 {
-    return {{QStringLiteral("devs"), {QStringLiteral("ann"), QStringLiteral("ben")}},
-            {QStringLiteral("leads"), {QStringLiteral("cat")}, {QStringLiteral("devs")}},
-            {QStringLiteral("interns"), {QStringLiteral("ben")}},
-            {QStringLiteral("auditors"), {QStringLiteral("dan")}},
-            {QStringLiteral("many"), Users().mid(0, 7)},
-            {QStringLiteral("nobody"), {}}};
+    return {
+        {QStringLiteral("devs"), {QStringLiteral("ann"), QStringLiteral("ben")}},
+        {QStringLiteral("leads"), {QStringLiteral("cat")}, {QStringLiteral("devs")}},
+        {QStringLiteral("interns"), {QStringLiteral("ben")}},
+        {QStringLiteral("auditors"), {QStringLiteral("dan")}},
+        {QStringLiteral("many"), Users().mid(0, 7)},
+        {QStringLiteral("nobody"), {}},
+        // Named as a user who isn't in it, as what rules could take for something else, and in another script.
+        {QStringLiteral("ann"), {QStringLiteral("cat")}},
+        {QStringLiteral("w@x$y~&%(z)s"), {QStringLiteral("ben")}},
+        {QStringLiteral("Группа \"1\""), {}, {QStringLiteral("w@x$y~&%(z)s")}},
+        {QStringLiteral("upper"), {QStringLiteral("gus")}, {QStringLiteral("Группа \"1\""), QStringLiteral("ann")}}};
+}
+
+/// A repository whose name has every allowed sign that means something to rules, configurations or addresses.
+inline QString Odd()
+{
+    return QStringLiteral("Проект =@~$#%41;'\"<{x}");
 }
 
 inline QStringList Repositories()
 {
-    return {QStringLiteral("closed"), QStringLiteral("open"),  QStringLiteral("own"),  QStringLiteral("groups"),
-            QStringLiteral("deny"),   QStringLiteral("crowd"), QStringLiteral("names")};
+    return {QStringLiteral("closed"), QStringLiteral("open"),  QStringLiteral("own"),
+            QStringLiteral("groups"), QStringLiteral("deny"),  QStringLiteral("crowd"),
+            QStringLiteral("names"),  QStringLiteral("twins"), Odd()};
 }
 
 /// Every folder that a case names, parents first.
@@ -67,7 +82,12 @@ inline QList<std::pair<QString, QString>> Folders()
              {QStringLiteral("deny"), {QStringLiteral("/s"), QStringLiteral("/s/t")}},
              {QStringLiteral("crowd"), {QStringLiteral("/p"), QStringLiteral("/p/q")}},
              {QStringLiteral("names"),
-              {QStringLiteral("/Übung [1 #x"), QStringLiteral("/a=b:c@d"), QStringLiteral("/A=b:c@d")}}}) {
+              {QStringLiteral("/Übung [1 #x"), QStringLiteral("/a=b:c@d"), QStringLiteral("/A=b:c@d")}},
+             {QStringLiteral("twins"), {QStringLiteral("/a"), QStringLiteral("/a/b")}},
+             {Odd(),
+              {QStringLiteral("/ x"), QStringLiteral("/~$&;"), QStringLiteral("/%41"), QStringLiteral("/A"),
+               QStringLiteral("/[groups"), QStringLiteral("/#"), QStringLiteral("/#/*"), QStringLiteral("/李\\n"),
+               QStringLiteral("/o\u0308"), QStringLiteral("/\u00f6")}}}) {
         for (const QString& path : paths)
             folders.append({repository, path});
     }
@@ -111,6 +131,25 @@ inline QList<Entry> Entries()
         {s(u"names"), s(u"/"), 'u', s(u"Ann"), 1},
         {s(u"names"), s(u"/Übung [1 #x"), 'u', s(u"Анна"), 2},
         {s(u"names"), s(u"/a=b:c@d"), 'u', s(u"ann"), 2},
+        {s(u"twins"), s(u"/"), 'u', s(u"ann"), 1},
+        {s(u"twins"), s(u"/"), 'g', s(u"ann"), 2},
+        {s(u"twins"), s(u"/a"), 'g', s(u"upper"), 1},
+        {s(u"twins"), s(u"/a"), 'g', s(u"Группа \"1\""), 2},
+        {s(u"twins"), s(u"/a/b"), 'g', s(u"w@x$y~&%(z)s"), 0},
+        {s(u"twins"), s(u"/a/b"), 'u', s(u"gus"), 2},
+        {Odd(), s(u"/"), 'u', s(u"a%(ann)s"), 1},
+        {Odd(), s(u"/"), 'g', s(u"w@x$y~&%(z)s"), 2},
+        {Odd(), s(u"/ x"), 'u', s(u"ann"), 2},
+        {Odd(), s(u"/~$&;"), 'u', s(u"ann"), 1},
+        {Odd(), s(u"/%41"), 'u', s(u"cat"), 1},
+        {Odd(), s(u"/A"), 'u', s(u"cat"), 2},
+        {Odd(), s(u"/[groups"), 'g', s(u"upper"), 1},
+        {Odd(), s(u"/#"), '*', {}, 1},
+        {Odd(), s(u"/#/*"), 'u', s(u"gus"), 2},
+        {Odd(), s(u"/李\\n"), 'g', s(u"Группа \"1\""), 1},
+        {Odd(), s(u"/李\\n"), 'u', s(u"Анна"), 2},
+        {Odd(), s(u"/o\u0308"), 'u', s(u"ödön"), 1},
+        {Odd(), s(u"/\u00f6"), 'u', s(u"ödön"), 2},
     };
 }
 
@@ -188,7 +227,62 @@ inline QList<Case> Cases()
         {s(u"Анна"), s(u"names"), s(u"/Übung [1 #x"), 2},
         {s(u"ann"), s(u"names"), s(u"/a=b:c@d"), 2},
         {s(u"ann"), s(u"names"), s(u"/A=b:c@d"), 0},
+        // A group is never the user of its name; the nearest entry of each of several nested groups counts.
+        {s(u"ann"), s(u"twins"), root, 1},
+        {s(u"cat"), s(u"twins"), root, 2},
+        {s(u"ben"), s(u"twins"), root, 0},
+        {s(u"ann"), s(u"twins"), s(u"/a"), 1},
+        {s(u"cat"), s(u"twins"), s(u"/a"), 2},
+        {s(u"ben"), s(u"twins"), s(u"/a"), 2},
+        {s(u"gus"), s(u"twins"), s(u"/a"), 1},
+        {s(u"ben"), s(u"twins"), s(u"/a/b"), 0},
+        {s(u"gus"), s(u"twins"), s(u"/a/b"), 2},
+        {s(u"cat"), s(u"twins"), s(u"/a/b"), 2},
+        // The signs of rules, configurations and addresses, in names of repositories and paths.
+        {s(u"a%(ann)s"), Odd(), root, 1},
+        {s(u"ben"), Odd(), root, 2},
+        {s(u"ann"), Odd(), root, 0},
+        {s(u"ann"), Odd(), s(u"/ x"), 2},
+        {s(u"ann"), Odd(), s(u"/~$&;"), 1},
+        {s(u"cat"), Odd(), s(u"/%41"), 1},
+        {s(u"cat"), Odd(), s(u"/A"), 2},
+        {s(u"gus"), Odd(), s(u"/[groups"), 1},
+        {s(u"ben"), Odd(), s(u"/[groups"), 2},
+        {s(u"ann"), Odd(), s(u"/#"), 1},
+        {s(u"gus"), Odd(), s(u"/#"), 1},
+        {s(u"gus"), Odd(), s(u"/#/*"), 2},
+        {s(u"cat"), Odd(), s(u"/#/*"), 1},
+        {s(u"ben"), Odd(), s(u"/李\\n"), 2},
+        {s(u"Анна"), Odd(), s(u"/李\\n"), 2},
+        {s(u"ödön"), Odd(), s(u"/o\u0308"), 1},
+        {s(u"ödön"), Odd(), s(u"/\u00f6"), 2},
     };
+}
+
+/// The accounts and permissions of the cases; every user has the password of `hash`.
+inline AccountModel Model(const QByteArray& hash)
+{
+    AccountModel model;
+    for (const QString& user : Users())
+        model.AddUser(user, hash);
+    for (const Group& group : Groups()) {
+        AccountModel::Members members;
+        for (const QString& user : group.users)
+            members.append({PrincipalKind::User, user});
+        for (const QString& inner : group.groups)
+            members.append({PrincipalKind::Group, inner});
+        model.AddGroup(group.name, members);
+    }
+    QMap<SecuredPlace, PermissionList> lists;
+    for (const Entry& entry : Entries()) {
+        const PrincipalKind kind = entry.kind == '*'   ? PrincipalKind::Everyone
+                                   : entry.kind == 'u' ? PrincipalKind::User
+                                                       : PrincipalKind::Group;
+        lists[{entry.repository, entry.path}].append({{kind, entry.account}, static_cast<Access>(entry.level)});
+    }
+    for (auto list = lists.cbegin(); list != lists.cend(); ++list)
+        model.SetPermissions(list.key(), *list);
+    return model;
 }
 
 } // namespace quenvolta::permissioncases

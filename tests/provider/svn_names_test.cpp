@@ -37,7 +37,7 @@ TEST_F(SvnNames, HostileNamesAndPathsTouchNothing)
             EXPECT_LT(error.Description().size(), 500);
         }
     }
-    for (const QString& name : {u"a\\b"_s, u"a."_s, u" a"_s, u"a\u00a0"_s, u"a:b"_s, u"a]b"_s})
+    for (const QString& name : {u"a\\b"_s, u"a."_s, u" a"_s, u"a\u00a0"_s, u"a:b"_s, u"a]b"_s, u"a&b"_s})
         EXPECT_EQ(ErrorOf([&] { m_store.Create(name); }).Code(), WBEM_E_INVALID_PARAMETER) << name.toStdString();
 
     const QStringList paths{u""_s,

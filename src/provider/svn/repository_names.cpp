@@ -65,7 +65,8 @@ constexpr std::array kNameRules{
 constexpr std::array kNewNameRules{
     Rule{[](QStringView n) { return n.endsWith(u'.'); }, texts::kEndsWithPeriod},
     Rule{[](QStringView n) { return n.front().isSpace() || n.back().isSpace(); }, texts::kHasOuterBlank},
-    Rule{[](QStringView n) { return std::any_of(n.begin(), n.end(), [](QChar c) { return u"\\:[]"_s.contains(c); }); },
+    // Rules can't express a colon and brackets, and httpd's answers don't escape an ampersand: no client could use it.
+    Rule{[](QStringView n) { return std::any_of(n.begin(), n.end(), [](QChar c) { return u"\\:&[]"_s.contains(c); }); },
          texts::kHasReserved},
 };
 
