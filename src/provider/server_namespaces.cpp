@@ -23,6 +23,7 @@
 #include "provider/standard/system_account_class.h"
 #include "provider/svn/repository_store.h"
 #include "provider/svn/svn_log.h"
+#include "provider/web/web_leftovers.h"
 
 namespace quenvolta
 {
@@ -67,10 +68,11 @@ namespace
 {
 
 // Nobody waits for this: what stays because somebody holds the lock goes at the next start or change.
-void CleanCertificates(DataFolder& data)
+void CleanCertificatesAndWeb(DataFolder& data)
 {
     try {
         const DataLock lock(data.Path(), [] { return true; });
+        RemoveWebLeftovers(WebFolder(data.Path()), lock);
         CertificateStore(data.Path()).CleanLeftovers();
     } catch (const ProviderError&) {
         return;
@@ -91,7 +93,7 @@ void RepairAccounts(DataFolder& data)
 
 void CleanLeftovers(DataFolder& data)
 {
-    CleanCertificates(data);
+    CleanCertificatesAndWeb(data);
     RepairAccounts(data);
     try {
         RepositoryStore(ServerSettingsReader(data.Settings()).RepositoriesRoot()).CleanLeftovers();

@@ -48,7 +48,7 @@ int WriteAll(int file, const QByteArray& content)
 
 StagedFile::StagedFile(const QString& target, const QByteArray& content)
     : m_target(target)
-    , m_path(target + ".new"_L1)
+    , m_path(PathFor(target))
 {
     const QByteArray path = QFile::encodeName(m_path);
     ::unlink(path.constData()); // what a process that ended left

@@ -13,6 +13,8 @@ class StagedFile
 public:
     /// Writes the content to `target`.new and brings it to the disk. ProviderError.
     StagedFile(const QString& target, const QByteArray& content);
+    /// Where the new content of a file waits.
+    static QString PathFor(const QString& target) { return target + QStringLiteral(".new"); }
     /// Removes what wasn't installed.
     ~StagedFile();
     StagedFile(StagedFile&& other) noexcept;
