@@ -1,8 +1,8 @@
 #include "host/console_host.h"
 
-#include "host/wait_cursor.h"
 #include "platform/mmc/clipboard_format.h"
 #include "ui/string_table.h"
+#include "ui/wait_cursor.h"
 
 #include <QtEndian>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHashFunctions>
 #include <QString>
 
 namespace quenvolta
@@ -20,5 +21,10 @@ struct Account {
 
     bool operator==(const Account&) const = default;
 };
+
+inline size_t qHash(const Account& account, size_t seed = 0)
+{
+    return qHashMulti(seed, static_cast<int>(account.kind), account.name);
+}
 
 } // namespace quenvolta

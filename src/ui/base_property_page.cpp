@@ -1,0 +1,38 @@
+#include "ui/base_property_page.h"
+
+#include "ui/help_site.h"
+
+#include <QLabel>
+
+namespace quenvolta
+{
+
+using namespace Qt::StringLiterals;
+
+CBasePropertyPageImpl::CBasePropertyPageImpl(QWidget* parent)
+    : QWizardPage(parent)
+{
+}
+
+void CBasePropertyPageImpl::Apply()
+{
+    if (!m_modified)
+        return;
+    OnApply();
+    SetModified(false);
+}
+
+void CBasePropertyPageImpl::SetModified(bool modified)
+{
+    if (m_modified == modified)
+        return;
+    m_modified = modified;
+    Q_EMIT ModifiedChanged();
+}
+
+void CBasePropertyPageImpl::LinkToHelp(QLabel& label, int topic)
+{
+    connect(&label, &QLabel::linkActivated, this, [topic] { OpenAddress(HelpUrl(u"/go/%1/"_s.arg(topic))); });
+}
+
+} // namespace quenvolta
