@@ -16,14 +16,25 @@ MethodCall::MethodCall(const MethodDefinition& method, const QString& className,
     , m_in(in)
     , m_context(context)
 {
-    if (m_method.out)
-        m_out.emplace(m_method.out);
+    if (!m_method.out)
+        return;
+    m_out.emplace(m_method.out);
+    for (const PropertyDefinition& parameter : m_method.out->properties) {
+        if (parameter.type == CimType::ObjectArray)
+            m_out->Set(parameter.name, QList<WbemObjectPtr>{});
+    }
 }
 
 void MethodCall::Return(QStringView name, Variant value)
 {
     Q_ASSERT(m_out && m_out->Definition()->IndexOf(name) >= 0);
     m_out->Set(name, std::move(value));
+}
+
+void MethodCall::ReturnElement(const QString& name, const InstanceRow& row)
+{
+    Return(name, {}); // its elements go ahead of it
+    m_context.rows.AddElement(name, row);
 }
 
 const Variant* MethodCall::Find(QStringView name) const

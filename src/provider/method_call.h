@@ -66,8 +66,8 @@ public:
 
     /// Sets an output parameter.
     void Return(QStringView name, Variant value);
-    /// Appends an element to an output parameter that is an array of objects.
-    void ReturnElement(const QString& name, const InstanceRow& row) { m_context.rows.AddElement(name, row); }
+    /// Appends an element to an output parameter that is an array of objects. One without elements is empty, not null.
+    void ReturnElement(const QString& name, const InstanceRow& row);
 
     CallContext& Context() const { return m_context; }
     /// The output parameters, or null when the method has none.

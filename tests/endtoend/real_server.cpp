@@ -69,9 +69,19 @@ QString RealServer::FileUrl(const QString& name) const
     return QUrl::fromLocalFile(RepositoriesFolder() + u'/' + name).toString(QUrl::FullyEncoded);
 }
 
+QStringList RealServer::ClientArguments(const QStringList& arguments) const
+{
+    return QStringList{u"--non-interactive"_s, u"--config-dir"_s, Scratch(u"svn-config"_s)} + arguments;
+}
+
 QString RealServer::Svn(const QStringList& arguments) const
 {
-    return Run(u"svn"_s, QStringList{u"--non-interactive"_s, u"--config-dir"_s, Scratch(u"svn-config"_s)} + arguments);
+    return Run(u"svn"_s, ClientArguments(arguments));
+}
+
+ToolOutcome RealServer::TrySvn(const QStringList& arguments) const
+{
+    return Try(u"svn"_s, ClientArguments(arguments));
 }
 
 QString RealServer::Svnlook(const QStringList& arguments) const
@@ -91,7 +101,7 @@ void RealServer::Import(const QString& repository, const QStringList& files) con
     Svn({u"import"_s, u"-q"_s, u"-m"_s, u"import"_s, folder, FileUrl(repository)});
 }
 
-QString RealServer::Run(const QString& program, const QStringList& arguments)
+ToolOutcome RealServer::Try(const QString& program, const QStringList& arguments)
 {
     constexpr int kLongestWaitMs = 120'000;
     QProcess process;
@@ -101,10 +111,20 @@ QString RealServer::Run(const QString& program, const QStringList& arguments)
                 ::_exit(1);
         });
     }
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    process.setProcessEnvironment(environment);
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished(kLongestWaitMs)) << program.toStdString();
-    EXPECT_EQ(process.exitCode(), 0) << program.toStdString() << ": " << process.readAllStandardError().toStdString();
-    return QString::fromUtf8(process.readAllStandardOutput());
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QString RealServer::Run(const QString& program, const QStringList& arguments)
+{
+    const ToolOutcome outcome = Try(program, arguments);
+    EXPECT_EQ(outcome.exitCode, 0) << program.toStdString() << ": " << outcome.errors.toStdString();
+    return outcome.output;
 }
 
 } // namespace quenvolta::test

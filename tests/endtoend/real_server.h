@@ -7,6 +7,13 @@
 namespace quenvolta::test
 {
 
+/// How a program ended.
+struct ToolOutcome {
+    int exitCode = -1;
+    QString output = {};
+    QString errors = {};
+};
+
 /// A server's data in a temporary folder, filled by the stock Subversion tools. For root's tests it belongs to the
 /// account of web services, as root's provider would make it, and the tools work as that account.
 class RealServer
@@ -32,10 +39,14 @@ public:
     /// Runs the stock client; what it prints. A failure fails the test.
     QString Svn(const QStringList& arguments) const;
     QString Svnlook(const QStringList& arguments) const;
+    /// Runs the stock client, which may fail.
+    ToolOutcome TrySvn(const QStringList& arguments) const;
     /// Imports files (relative paths, with empty content) in one commit.
     void Import(const QString& repository, const QStringList& files) const;
 
 private:
+    QStringList ClientArguments(const QStringList& arguments) const;
+    static ToolOutcome Try(const QString& program, const QStringList& arguments);
     static QString Run(const QString& program, const QStringList& arguments);
 
     QTemporaryDir m_folder;

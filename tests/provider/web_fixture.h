@@ -8,6 +8,7 @@
 #include "provider/server_account.h"
 #include "provider/svn/repository_store.h"
 #include "provider/web/web_process.h"
+#include "support/port_holder.h"
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
@@ -19,10 +20,8 @@
 #include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <optional>
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace quenvolta
@@ -30,30 +29,7 @@ namespace quenvolta
 
 using namespace Qt::StringLiterals;
 
-/// A program that listens on a port of the loopback while it lives.
-class PortHolder
-{
-public:
-    PortHolder()
-        : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* generic = static_cast<sockaddr*>(static_cast<void*>(&address));
-        EXPECT_EQ(::bind(m_socket.Get(), generic, size), 0);
-        EXPECT_EQ(::listen(m_socket.Get(), 1), 0);
-        ::getsockname(m_socket.Get(), generic, &size);
-        m_port = ntohs(address.sin_port);
-    }
-    int Port() const { return m_port; }
-    static int Free() { return PortHolder().Port(); }
-
-private:
-    UniqueFd m_socket;
-    int m_port = 0;
-};
+using test::PortHolder;
 
 class NoRows final : public RowSink
 {
