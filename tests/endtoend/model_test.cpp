@@ -106,6 +106,16 @@ TEST_F(RealModelTest, EveryVersionUpTo33IsServedAndNewerOnesAreRefused)
         EXPECT_FALSE(real.model.GetServerVersionInfo().subversionVersion.isEmpty());
         real.model.GetServerStatus();
         EXPECT_TRUE(real.model.GetUsers().isEmpty());
+        const TreePosition project{u"Project"_s, u"/"_s};
+        EXPECT_TRUE(real.model.GetSecurity({}).isEmpty());
+        EXPECT_TRUE(real.model.GetSecurity(project).isEmpty());
+        const PermissionList everyone{{{AccountKind::Everyone, {}}, AccessLevel::ReadOnly}};
+        real.model.SetSecurity(project, everyone);
+        EXPECT_EQ(real.model.GetSecurity(project), everyone);
+        real.model.SetSecurity(project, {});
+        real.model.SetAuthenticationOptions({});
+        EXPECT_FALSE(real.model.GetServerSettings().windowsAuthentication);
+        EXPECT_EQ(real.model.GetCertificateInformation(), CertificateInfo{});
         EXPECT_TRUE(real.model.GetGroups().isEmpty());
     }
     for (const QString& version : {u"3.4"_s, u"4.0.1"_s}) {
