@@ -51,6 +51,12 @@ QString ValueOf(const QString& repository)
     return name;
 }
 
+// The switch stands before the accounts, in one value: they always change together.
+QStringList ToList(const RepositoryRoleSettings& settings)
+{
+    return QStringList(settings.enabled ? kEnabled : kDisabled) + settings.accounts;
+}
+
 } // namespace
 
 RoleLists::RoleLists(Registry& settings)
@@ -65,12 +71,13 @@ QStringList RoleLists::Read(ServerRole role) const
 
 void RoleLists::Write(ServerRole role, const QStringList& accounts)
 {
+    RegistryChanges changes(m_settings);
     Write(RolesKey(), NameOf(role), accounts);
+    changes.Commit();
 }
 
 RepositoryRoleSettings RoleLists::Read(RepositoryRole role, const QString& repository) const
 {
-    // The switch stands before the accounts, in one value: they always change together.
     QStringList list = RegistryKey(m_settings, KeyOf(role)).ReadList(ValueOf(repository)).value_or(QStringList());
     if (list.isEmpty())
         return {};
@@ -80,7 +87,9 @@ RepositoryRoleSettings RoleLists::Read(RepositoryRole role, const QString& repos
 
 void RoleLists::Write(RepositoryRole role, const QString& repository, const RepositoryRoleSettings& settings)
 {
-    Write(KeyOf(role), ValueOf(repository), QStringList(settings.enabled ? kEnabled : kDisabled) + settings.accounts);
+    RegistryChanges changes(m_settings);
+    Write(KeyOf(role), ValueOf(repository), ToList(settings));
+    changes.Commit();
 }
 
 void RoleLists::Write(const QString& key, const QString& name, const QStringList& list)
@@ -105,7 +114,7 @@ void RoleLists::Copy(const QString& from, const QString& to)
     Forget(to);
     for (const RepositoryRole role : kRepositoryRoles) {
         if (const RepositoryRoleSettings settings = Read(role, from); settings != RepositoryRoleSettings())
-            Write(role, to, settings);
+            Write(KeyOf(role), ValueOf(to), ToList(settings));
     }
     changes.Commit();
 }

@@ -10,7 +10,8 @@ namespace quenvolta
 {
 
 /// One commit in the making, on top of the youngest revision. Ends with the object unless it was committed: nothing of
-/// it stays in the repository then. No hook of the repository runs.
+/// it stays in the repository then, but for an empty transaction when the library fails while it begins one. No hook of
+/// the repository runs.
 class SvnTransaction
 {
 public:
