@@ -1,5 +1,8 @@
 #include "foundation/registry_accessor.h"
 
+#include "foundation/registry_journal.h"
+#include "foundation/win32_exception.h"
+
 #include <cwchar>
 
 namespace quenvolta
@@ -9,6 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+
+constexpr auto kAdmins = "QdfsAdminSD"_L1;
+constexpr auto kReplicationPartners = "QdfsReplicationPartnersSID"_L1;
 
 QString PortValue(bool secure)
 {
@@ -45,12 +51,37 @@ void RegistryAccessor::WriteFlag(const QString& name, bool value)
 
 void RegistryAccessor::WriteNumber(const QString& name, std::uint32_t value)
 {
-    m_key.Write(name, RegistryValue::FromDword(value));
+    Write(name, RegistryValue::FromDword(value));
 }
 
 void RegistryAccessor::WriteText(const QString& name, const QString& value)
 {
-    m_key.Write(name, RegistryValue::FromString(value));
+    Write(name, RegistryValue::FromString(value));
+}
+
+void RegistryAccessor::Write(const QString& name, const RegistryValue& value)
+{
+    if (const Win32Error error = m_key.Set(name, value); error != ERROR_SUCCESS)
+        throw Win32Exception(error, u"Cannot write registry value");
+}
+
+void RegistryAccessor::Save(const QString& name, QFileDevice* journal) const
+{
+    RegistryJournal(journal).Write(m_key.Read(name));
+}
+
+void RegistryAccessor::Restore(const QString& name, QFileDevice* journal)
+{
+    const std::optional<RegistryValue> saved = RegistryJournal(journal).Read();
+    if (!m_key.Exists())
+        return;
+    if (saved) {
+        m_key.Write(name, *saved);
+        return;
+    }
+    const Win32Error error = m_key.Delete(name);
+    if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND)
+        throw Win32Exception(error, u"Can't delete registry value '%s'", name);
 }
 
 QString RegistryAccessor::GetServerName() const
@@ -130,6 +161,23 @@ std::uint32_t RegistryAccessor::GetWmiProviderLogLevel() const
     return ReadNumber(u"WmiProviderLogLevel"_s, 1);
 }
 
+void RegistryAccessor::SaveQdfsAdminSD(QFileDevice* journal) const
+{
+    Save(kAdmins, journal);
+}
+void RegistryAccessor::RestoreQdfsAdminSD(QFileDevice* journal)
+{
+    Restore(kAdmins, journal);
+}
+void RegistryAccessor::SaveQdfsReplicationPartnersSID(QFileDevice* journal) const
+{
+    Save(kReplicationPartners, journal);
+}
+void RegistryAccessor::RestoreQdfsReplicationPartnersSID(QFileDevice* journal)
+{
+    Restore(kReplicationPartners, journal);
+}
+
 void RegistryAccessor::SetServerName(const QString& name)
 {
     WriteText(u"ServerName"_s, name);
@@ -169,7 +217,7 @@ void RegistryAccessor::SetUseServerBindings(bool use)
 
 void RegistryAccessor::SetServerBindings(const QStringList& addresses)
 {
-    m_key.Write(u"ServerBindings"_s, RegistryValue::FromStringList(addresses));
+    Write(u"ServerBindings"_s, RegistryValue::FromStringList(addresses));
 }
 
 void RegistryAccessor::SetAccessLoggingEnabled(bool enabled)
@@ -185,6 +233,15 @@ void RegistryAccessor::SetOperationalLoggingEnabled(bool enabled)
 void RegistryAccessor::SetAdjustRepositoriesRootPermissions(bool adjust)
 {
     WriteNumber(u"DoNotAdjustRepositoriesRootPermissions"_s, adjust ? 0 : 1);
+}
+
+void RegistryAccessor::SetQdfsAdminSD(const QString& descriptor)
+{
+    WriteText(kAdmins, descriptor);
+}
+void RegistryAccessor::SetQdfsReplicationPartnersSID(const QString& sid)
+{
+    WriteText(kReplicationPartners, sid);
 }
 
 void RegistryAccessor::SetRedirectFromLegacyWebInterface(bool redirect)

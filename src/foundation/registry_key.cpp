@@ -20,9 +20,10 @@ std::optional<RegistryValue> RegistryKey::Read(const QString& name) const
     const Win32Error error = m_registry.QueryValue(m_path, name, &value);
     if (error == ERROR_FILE_NOT_FOUND)
         return std::nullopt;
-    if (error != ERROR_SUCCESS)
-        throw Win32Exception(error, u"Cannot read configuration parameter '%s' from registry", name);
-    return value;
+    if (error == ERROR_SUCCESS)
+        return value;
+    Exists(); // says so when it can't even be opened
+    throw Win32Exception(error, u"Cannot read configuration parameter '%s' from registry", name);
 }
 
 std::optional<QString> RegistryKey::ReadString(const QString& name) const
@@ -59,10 +60,28 @@ QList<NamedRegistryValue> RegistryKey::ReadAll() const
 
 void RegistryKey::Write(const QString& name, const RegistryValue& value)
 {
-    if (const Win32Error error = m_registry.FindKey(m_path); error != ERROR_SUCCESS)
-        RefuseOpening(error);
-    if (const Win32Error error = m_registry.SetValue(m_path, name, value); error != ERROR_SUCCESS)
+    if (const Win32Error error = Set(name, value); error != ERROR_SUCCESS)
         throw Win32Exception(error, u"Cannot set registry '%s' value", name);
+}
+
+bool RegistryKey::Exists() const
+{
+    const Win32Error error = m_registry.FindKey(m_path);
+    if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND)
+        RefuseOpening(error);
+    return error == ERROR_SUCCESS;
+}
+
+Win32Error RegistryKey::Set(const QString& name, const RegistryValue& value)
+{
+    if (!Exists())
+        RefuseOpening(ERROR_FILE_NOT_FOUND);
+    return m_registry.SetValue(m_path, name, value);
+}
+
+Win32Error RegistryKey::Delete(const QString& name)
+{
+    return m_registry.DeleteValue(m_path, name);
 }
 
 void RegistryKey::Create()

@@ -27,6 +27,10 @@ public:
 
     /// The key must exist.
     void Write(const QString& name, const RegistryValue& value);
+    bool Exists() const;
+    /// Like Write, for callers who say in their own words why it failed; the result of setting the value.
+    Win32Error Set(const QString& name, const RegistryValue& value);
+    Win32Error Delete(const QString& name);
     void Create();
 
 private:
