@@ -25,6 +25,7 @@ public:
     QStringList GetRecentQdfsServers() const override { return {}; }
     void AddRecentQdfsServer(const QString&) override {}
     bool IsUpdateCheckDisabled() const override { return true; }
+    void SetUpdateCheckDisabled(bool) override {}
 };
 
 /// A server's data in a temporary folder, the provider beside this program, and a model on it.

@@ -32,6 +32,7 @@ public:
         std::exit(1);
     }
     MessageAnswer ShowText(MessageStyle, const QString&) override { return MessageAnswer::No; }
+    int Ask(const TaskQuestion&) override { return 0; }
 };
 
 void Expand(benchmark::State& state, BenchServer& server)

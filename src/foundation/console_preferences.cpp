@@ -69,4 +69,10 @@ bool ConsolePreferences::IsUpdateCheckDisabled() const
     return m_key.ReadDword(u"DisableUpdateCheck"_s).value_or(0) != 0;
 }
 
+void ConsolePreferences::SetUpdateCheckDisabled(bool disabled)
+{
+    m_key.Create();
+    m_key.Write(u"DisableUpdateCheck"_s, RegistryValue::FromDword(disabled ? 1 : 0));
+}
+
 } // namespace quenvolta

@@ -21,6 +21,7 @@ public:
     QStringList GetRecentQdfsServers() const override;
     void AddRecentQdfsServer(const QString& name) override;
     bool IsUpdateCheckDisabled() const override;
+    void SetUpdateCheckDisabled(bool disabled) override;
 
 private:
     RegistryKey m_key;

@@ -20,6 +20,7 @@ public:
     virtual QStringList GetRecentQdfsServers() const = 0;
     virtual void AddRecentQdfsServer(const QString& name) = 0;
     virtual bool IsUpdateCheckDisabled() const = 0;
+    virtual void SetUpdateCheckDisabled(bool disabled) = 0;
 };
 
 } // namespace quenvolta

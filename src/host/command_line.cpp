@@ -4,6 +4,7 @@
 #include "ui/string_table.h"
 
 #include <QCommandLineParser>
+#include <QFile>
 #include <QRegularExpression>
 
 namespace quenvolta
@@ -34,7 +35,9 @@ public:
     {
         m_parser.setApplicationDescription(LoadString(StringId::kApplicationDescription) + u"\n\n"_s +
                                            LoadString(StringId::kOptionComputer));
-        m_parser.addOptions({m_help, m_version, m_picture, m_pictureSelect, m_pictureSize, m_dark});
+        m_parser.addOptions(
+            {m_help, m_version, m_picture, m_pictureSelect, m_pictureSize, m_dark, m_extend, m_register, m_unregister});
+        m_parser.addPositionalArgument(u"FILE"_s, LoadString(StringId::kArgumentFile), u"[FILE]"_s);
     }
 
     CommandLine Parse(const QStringList& arguments)
@@ -46,10 +49,18 @@ public:
         if (m_parser.isSet(m_version))
             return {.task = CommandLine::Task::Print,
                     .text = LoadString(StringId::kSnapInName) + u' ' + QStringLiteral(QUENVOLTA_VERSION)};
-        if (!m_parser.positionalArguments().isEmpty())
-            return Refuse(LoadString(StringId::kUnexpectedArgument, m_parser.positionalArguments().first()));
+        const QStringList files = m_parser.positionalArguments();
+        if (files.size() > 1 || (!files.isEmpty() && !QFile::exists(files.first())))
+            return Refuse(LoadString(StringId::kUnexpectedArgument, files.last()));
+        if (m_parser.isSet(m_register))
+            return {.task = CommandLine::Task::Register};
+        if (m_parser.isSet(m_unregister))
+            return {.task = CommandLine::Task::Unregister};
         CommandLine line;
         line.dark = m_parser.isSet(m_dark);
+        line.consoleFile = files.value(0);
+        if (m_parser.isSet(m_extend))
+            line.extend = m_parser.value(m_extend) == u"." ? QString() : m_parser.value(m_extend);
         return m_parser.isSet(m_picture) ? ParsePicture(line) : line;
     }
 
@@ -77,6 +88,9 @@ private:
     QCommandLineOption m_picture{u"picture"_s, LoadString(StringId::kOptionPicture), u"FILE"_s};
     QCommandLineOption m_pictureSelect{u"picture-select"_s, LoadString(StringId::kOptionPictureSelect), u"ITEMS"_s};
     QCommandLineOption m_pictureSize{u"picture-size"_s, LoadString(StringId::kOptionPictureSize), u"WIDTHxHEIGHT"_s};
+    QCommandLineOption m_extend{u"extend"_s, LoadString(StringId::kOptionExtend), u"NAME"_s};
+    QCommandLineOption m_register{u"register"_s, LoadString(StringId::kOptionRegister)};
+    QCommandLineOption m_unregister{u"unregister"_s, LoadString(StringId::kOptionUnregister)};
     QCommandLineOption m_dark{u"dark"_s, LoadString(StringId::kOptionDark)};
 };
 

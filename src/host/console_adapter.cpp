@@ -41,4 +41,9 @@ HRESULT ConsoleAdapter::UpdateAllViews(const DataObjectPtr& object)
     return m_host.UpdateView(object);
 }
 
+QWidget* ConsoleAdapter::GetMainWindow()
+{
+    return m_host.MainWindow();
+}
+
 } // namespace quenvolta

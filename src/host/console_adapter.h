@@ -23,6 +23,7 @@ public:
     HRESULT SelectScopeItem(HSCOPEITEM item) override;
     HRESULT SetStatusText(const QString& text) override;
     HRESULT UpdateAllViews(const DataObjectPtr& object) override;
+    QWidget* GetMainWindow() override;
 
     VerbAdapter& Verbs() { return m_verbs; }
     const VerbAdapter& Verbs() const { return m_verbs; }

@@ -1,10 +1,14 @@
 #include "host/console_host.h"
 
+#include "host/menu_collector.h"
 #include "platform/mmc/clipboard_format.h"
 #include "ui/string_table.h"
 #include "ui/wait_cursor.h"
 
 #include <QtEndian>
+
+#include <algorithm>
+#include <utility>
 
 namespace quenvolta
 {
@@ -38,8 +42,11 @@ public:
     ~Dispatch()
     {
         m_host.m_tree.EndBatch();
-        if (--m_host.m_dispatchDepth == 0)
-            m_host.m_list.Flush();
+        if (--m_host.m_dispatchDepth != 0)
+            return;
+        m_host.m_list.Flush();
+        if (std::exchange(m_host.m_toolbarsChanged, false))
+            Q_EMIT m_host.ToolbarsChanged();
     }
     Dispatch(const Dispatch&) = delete;
     Dispatch& operator=(const Dispatch&) = delete;
@@ -61,16 +68,34 @@ ConsoleHost::~ConsoleHost() = default;
 void ConsoleHost::Load(std::unique_ptr<IComponentData> data)
 {
     const Dispatch dispatch(*this);
+    Unload();
     m_data = std::move(data);
     m_data->Initialize(m_console);
     m_data->CreateComponent(&m_component);
     m_component->Initialize(m_console);
     m_component->Notify({}, {.type = MMC_NOTIFY_TYPE::MMCN_ADD_IMAGES, .imageList = &m_images});
+    if (auto* extension = dynamic_cast<IExtendControlbar*>(m_component.get()))
+        extension->SetControlbar(&m_controlbar);
     const ConsoleTarget root{.scopeItem = m_tree.InsertRoot()};
     QByteArray preloads;
     const DataObjectPtr object = DataObjectOf(root);
     if (object && Succeeded(object->GetData(CCF_SNAPIN_PRELOADS, &preloads)) && preloads.startsWith('\1'))
         m_data->Notify(object, {.type = MMC_NOTIFY_TYPE::MMCN_PRELOAD, .scopeItem = root.scopeItem});
+}
+
+void ConsoleHost::Unload()
+{
+    if (!m_data)
+        return;
+    Leave();
+    m_shown = 0;
+    m_target = {};
+    m_view = nullptr;
+    m_list.Show(nullptr);
+    m_tree.Clear();
+    m_controlbar.Clear();
+    m_component.reset();
+    m_data.reset();
 }
 
 QString ConsoleHost::ShownNodeType() const
@@ -152,9 +177,14 @@ void ConsoleHost::Expand(HSCOPEITEM item)
 void ConsoleHost::SetTarget(const ConsoleTarget& target)
 {
     m_target = target;
+    const Dispatch dispatch(*this);
     m_console.Verbs().Reset();
     if (!target.IsEmpty())
         Notify(target, {.type = MMC_NOTIFY_TYPE::MMCN_SELECT, .on = true});
+    if (auto* extension = dynamic_cast<IExtendControlbar*>(m_component.get())) {
+        const DataObjectPtr object = DataObjectOf(target);
+        extension->ControlbarNotify(object, {.type = MMC_NOTIFY_TYPE::MMCN_SELECT, .on = object != nullptr});
+    }
     m_tree.SetEditable(m_console.Verbs().IsEnabled(MMC_CONSOLE_VERB::MMC_VERB_RENAME) ? target.scopeItem : 0);
     Q_EMIT VerbsChanged();
 }
@@ -166,7 +196,7 @@ ConsoleTarget ConsoleHost::TargetAt(int row) const
     if (const ScopeEntry* entry = m_list.ScopeEntryAt(row))
         return {.scopeItem = entry->id};
     const RESULTDATAITEM item = m_list.ItemAt(row);
-    return {.resultItem = item.itemID, .resultCookie = item.lParam};
+    return {.resultItem = item.itemID};
 }
 
 void ConsoleHost::Open(const ConsoleTarget& target)
@@ -188,6 +218,45 @@ void ConsoleHost::Delete(const ConsoleTarget& target)
 void ConsoleHost::Rename(HSCOPEITEM item, const QString& name)
 {
     Notify({.scopeItem = item}, {.type = MMC_NOTIFY_TYPE::MMCN_RENAME, .text = name});
+}
+
+QList<CONTEXTMENUITEM> ConsoleHost::MenuItems()
+{
+    MenuCollector collector;
+    auto* extension = dynamic_cast<IExtendContextMenu*>(m_component.get());
+    const DataObjectPtr object = DataObjectOf(m_target);
+    if (extension != nullptr && object) {
+        const Dispatch dispatch(*this);
+        extension->AddMenuItems(object, collector, CCM_INSERTIONALLOWED_ALL);
+    }
+    return collector.items;
+}
+
+void ConsoleHost::RunCommand(int command)
+{
+    const QList<CONTEXTMENUITEM> items = MenuItems(); // its state may have changed since it was shown
+    const bool isOffered = std::ranges::any_of(
+        items, [command](const CONTEXTMENUITEM& item) { return item.lCommandID == command && !item.isGrayed; });
+    auto* extension = dynamic_cast<IExtendContextMenu*>(m_component.get());
+    if (extension == nullptr || !isOffered)
+        return;
+    const Dispatch dispatch(*this);
+    extension->Command(command, DataObjectOf(m_target));
+}
+
+void ConsoleHost::PressButton(int command)
+{
+    auto* extension = dynamic_cast<IExtendControlbar*>(m_component.get());
+    const DataObjectPtr object = DataObjectOf(m_target);
+    if (extension == nullptr || !object)
+        return;
+    const Dispatch dispatch(*this);
+    extension->ControlbarNotify(object, {.type = MMC_NOTIFY_TYPE::MMCN_BTN_CLICK, .command = command});
+}
+
+void ConsoleHost::ShowHelp()
+{
+    Notify(m_target, {.type = MMC_NOTIFY_TYPE::MMCN_CONTEXTHELP});
 }
 
 void ConsoleHost::LeaveItem(const ScopeEntry& entry, bool deleteThis)
@@ -219,13 +288,28 @@ HRESULT ConsoleHost::Notify(const ConsoleTarget& target, const MMCNotification& 
     return m_component->Notify(object, notification);
 }
 
+MMC_COOKIE ConsoleHost::CookieOf(const ConsoleTarget& target) const
+{
+    if (const ScopeEntry* entry = m_tree.Find(target.scopeItem))
+        return entry->cookie;
+    return m_list.CookieOf(target.resultItem);
+}
+
 DataObjectPtr ConsoleHost::DataObjectOf(const ConsoleTarget& target) const
 {
     DataObjectPtr object;
-    if (const ScopeEntry* entry = m_tree.Find(target.scopeItem))
+    if (!target.several.empty()) {
+        QList<MMC_COOKIE> cookies;
+        for (const ConsoleTarget& each : target.several) {
+            if (const MMC_COOKIE cookie = CookieOf(each))
+                cookies.append(cookie);
+        }
+        m_component->QueryMultiSelectObject(cookies, &object);
+    } else if (const ScopeEntry* entry = m_tree.Find(target.scopeItem)) {
         m_data->QueryDataObject(entry->cookie, DATA_OBJECT_TYPES::CCT_SCOPE, &object);
-    else if (target.resultItem != 0 && m_list.Contains(target.resultItem))
-        m_component->QueryDataObject(target.resultCookie, DATA_OBJECT_TYPES::CCT_RESULT, &object);
+    } else if (const MMC_COOKIE cookie = CookieOf(target)) {
+        m_component->QueryDataObject(cookie, DATA_OBJECT_TYPES::CCT_RESULT, &object);
+    }
     return object;
 }
 

@@ -4,24 +4,28 @@
 #include "host/image_list_adapter.h"
 #include "host/result_list_model.h"
 #include "host/scope_tree_model.h"
+#include "host/toolbar_adapter.h"
 #include "platform/mmc/component_data.h"
+#include "platform/mmc/context_menu.h"
 #include "platform/mmc/result_view.h"
 
 #include <QObject>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace quenvolta
 {
 
-/// What a command acts on: an item of the scope tree, or an inserted item of the result list.
+/// What a command acts on: an item of the scope tree, an inserted item of the result list, or several of them.
 struct ConsoleTarget {
     HSCOPEITEM scopeItem = 0;
     HRESULTITEM resultItem = 0;
-    MMC_COOKIE resultCookie = nullptr;
+    /// Two or more when several are selected together; the other members are empty then.
+    std::vector<ConsoleTarget> several = {};
 
-    bool IsEmpty() const { return scopeItem == 0 && resultItem == 0; }
+    bool IsEmpty() const { return scopeItem == 0 && resultItem == 0 && several.empty(); }
     bool operator==(const ConsoleTarget&) const = default;
 };
 
@@ -37,8 +41,13 @@ public:
     /// Gives what the result pane shows for a view type; null for the list (the empty type). To be set before Load.
     void SetResultViews(std::function<IResultView*(const QString& viewType)> views) { m_views = std::move(views); }
 
-    /// Loads the snap-in and puts its root into the tree.
+    /// Loads the snap-in, in place of the one before, and puts its root into the tree.
     void Load(std::unique_ptr<IComponentData> data);
+    /// Null before the first.
+    IComponentData* SnapIn() const { return m_data.get(); }
+    /// The window over which the snap-in opens its dialogs.
+    void SetMainWindow(QWidget* window) { m_mainWindow = window; }
+    QWidget* MainWindow() const { return m_mainWindow; }
 
     ScopeTreeModel& Tree() { return m_tree; }
     ResultListModel& List() { return m_list; }
@@ -67,6 +76,14 @@ public:
     void Delete(const ConsoleTarget& target);
     void Rename(HSCOPEITEM item, const QString& name);
 
+    /// The commands that the target offers now.
+    QList<CONTEXTMENUITEM> MenuItems();
+    /// Runs a command of the target, if it is offered and enabled now.
+    void RunCommand(int command);
+    void PressButton(int command);
+    const QList<const ToolbarAdapter*>& Toolbars() const { return m_controlbar.Attached(); }
+    void ShowHelp();
+
     /// Shows the parent when what is shown is about to be removed.
     void LeaveItem(const ScopeEntry& entry, bool deleteThis);
     HRESULT UpdateView(const DataObjectPtr& object);
@@ -81,6 +98,7 @@ Q_SIGNALS:
     void DescriptionChanged(const QString& text);
     void StatusTextChanged(const QString& text);
     void VerbsChanged();
+    void ToolbarsChanged();
 
 private:
     class Dispatch;
@@ -89,9 +107,12 @@ private:
     DataObjectPtr DataObjectOf(const ConsoleTarget& target) const;
     QString AskScopeName(MMC_COOKIE cookie) const;
     QString AskResultText(RESULTDATAITEM item) const;
+    MMC_COOKIE CookieOf(const ConsoleTarget& target) const;
+    void Unload();
     void Leave();
     void Enter(ScopeEntry& entry);
 
+    ControlbarAdapter m_controlbar{[this] { m_toolbarsChanged = true; }};
     std::unique_ptr<IComponentData> m_data;
     std::unique_ptr<IComponent> m_component;
     ImageListAdapter m_images;
@@ -104,6 +125,8 @@ private:
     ConsoleTarget m_target;
     quint64 m_showings = 0;
     int m_dispatchDepth = 0;
+    bool m_toolbarsChanged = false;
+    QWidget* m_mainWindow = nullptr;
 };
 
 } // namespace quenvolta

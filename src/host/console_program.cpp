@@ -5,11 +5,11 @@
 #include "host/dark_palette.h"
 #include "host/picture.h"
 #include "host/printed_messages.h"
+#include "host/snap_in_catalog.h"
 #include "host/view_state.h"
 #include "platform/channel/channel_pool.h"
 #include "platform/registry/registry.h"
 #include "snapin/mmc_extension_about.h"
-#include "snapin/mmc_standalone_data.h"
 #include "ui/message_boxes.h"
 
 #include <QApplication>
@@ -54,22 +54,27 @@ public:
     {
     }
 
-    std::unique_ptr<IComponentData> CreateSnapIn(IcMessages& messages)
+    SnapInCatalog CreateCatalog(IcMessages& messages)
     {
         const WbemLocatorFactory factory = [this](WbemLocatorPtr* locator) {
             *locator = m_channels->CreateLocator();
             return S_OK;
         };
-        return std::make_unique<CMMCStandaloneData>(SnapInServices{factory, m_preferences, messages}, m_line.arguments);
+        return {SnapInServices{factory, m_preferences, messages}, m_line.arguments, m_line.extend};
     }
 
     int OpenWindow()
     {
         ViewState state;
         CMessageBoxes messages;
+        const SnapInCatalog catalog = CreateCatalog(messages);
         ConsoleWindow window(m_about, messages, &state);
         messages.SetParent(&window);
-        window.LoadWhenPainted([&] { return CreateSnapIn(messages); });
+        window.SetCatalog(catalog);
+        if (m_line.consoleFile.isEmpty())
+            window.LoadWhenPainted([&] { return catalog.CreateNew(); });
+        else
+            window.OpenWhenPainted(m_line.consoleFile);
         window.show();
         return QApplication::exec();
     }
@@ -80,7 +85,12 @@ public:
         ConsoleWindow window(m_about, messages, nullptr);
         window.setAttribute(Qt::WA_DontShowOnScreen);
         window.show();
-        window.Load(CreateSnapIn(messages));
+        const SnapInCatalog catalog = CreateCatalog(messages);
+        window.SetCatalog(catalog);
+        if (m_line.consoleFile.isEmpty())
+            window.Load(catalog.CreateNew());
+        else
+            window.OpenFile(m_line.consoleFile);
         try {
             ShowItemAt(window, m_line.pictureSelect.value_or(DefaultItem(window)));
             WritePicture(window, m_line.pictureSize, m_line.pictureFile);

@@ -1,7 +1,12 @@
 #include "host/console_window.h"
 
+#include "host/command_bars.h"
+#include "host/file_commands.h"
 #include "host/message_view_page.h"
+#include "host/preferences_dlg.h"
+#include "host/result_sort_model.h"
 #include "host/row_delegate.h"
+#include "host/snap_in_catalog.h"
 #include "host/status_view_page.h"
 #include "host/view_state.h"
 #include "platform/mmc/result_view_type.h"
@@ -11,6 +16,7 @@
 #include "ui_console_window.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScopedValueRollback>
@@ -54,10 +60,18 @@ ConsoleWindow::ConsoleWindow(const ISnapinAbout& about, IcMessages& messages, Vi
     m_ui->tree->setItemDelegate(new RowDelegate(m_ui->tree));
     m_ui->list->setItemDelegate(new RowDelegate(m_ui->list));
     m_ui->tree->setModel(&m_host.Tree());
-    m_ui->list->setModel(&m_host.List());
+    m_rows = new ResultSortModel(this);
+    m_rows->setSourceModel(&m_host.List());
+    m_ui->list->setModel(m_rows);
+    m_ui->list->header()->setSortIndicatorClearable(true); // the third press brings the snap-in's order back
+    m_ui->list->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    m_ui->list->setSortingEnabled(true);
+    m_host.SetMainWindow(this);
     ConnectHost();
     ConnectPanes();
     ConnectActions();
+    ConnectCommands();
+    ConnectFileActions();
     AdjustToFont();
     m_ui->panes->setSizes({kTreeWidth, width() - kTreeWidth});
     if (m_state != nullptr)
@@ -71,6 +85,32 @@ ConsoleWindow::~ConsoleWindow()
     // The views look at models of the host, which goes before them.
     m_ui->tree->setModel(nullptr);
     m_ui->list->setModel(nullptr);
+    m_rows->setSourceModel(nullptr);
+}
+
+void ConsoleWindow::SetCatalog(const SnapInCatalog& catalog)
+{
+    m_catalog = &catalog;
+    m_files =
+        std::make_unique<FileCommands>(catalog, m_host, m_messages, m_state, *this,
+                                       [this](std::unique_ptr<IComponentData> snapIn) { Load(std::move(snapIn)); });
+    connect(m_files.get(), &FileCommands::FileNameChanged, this, &ConsoleWindow::ShowNames);
+    connect(m_files.get(), &FileCommands::RecentFileChosen, this,
+            [this](const QString& fileName) { Run([&] { m_files->OpenFile(fileName); }); });
+    for (QAction* action : {m_ui->newAction, m_ui->openAction, m_ui->saveAction, m_ui->saveAsAction,
+                            m_ui->preferencesAction, m_ui->recentMenu->menuAction()})
+        action->setEnabled(true);
+}
+
+void ConsoleWindow::OpenFile(const QString& fileName)
+{
+    bool isOpen = false;
+    Run([&] {
+        m_files->OpenFile(fileName);
+        isOpen = true;
+    });
+    if (!isOpen)
+        Run([this] { m_files->New(); });
 }
 
 template <typename Body>
@@ -95,7 +135,12 @@ void ConsoleWindow::Load(std::unique_ptr<IComponentData> snapIn)
 
 void ConsoleWindow::LoadWhenPainted(SnapInFactory factory)
 {
-    m_snapInFactory = std::move(factory);
+    m_whenPainted = [this, factory = std::move(factory)] { Run([&] { Load(factory()); }); };
+}
+
+void ConsoleWindow::OpenWhenPainted(const QString& fileName)
+{
+    m_whenPainted = [this, fileName] { OpenFile(fileName); };
 }
 
 void ConsoleWindow::ExpandShownItem()
@@ -106,10 +151,8 @@ void ConsoleWindow::ExpandShownItem()
 void ConsoleWindow::paintEvent(QPaintEvent* event)
 {
     QMainWindow::paintEvent(event);
-    if (!m_snapInFactory)
-        return;
-    const auto load = [this, factory = std::exchange(m_snapInFactory, nullptr)] { Run([&] { Load(factory()); }); };
-    QMetaObject::invokeMethod(this, load, Qt::QueuedConnection);
+    if (m_whenPainted)
+        QMetaObject::invokeMethod(this, std::exchange(m_whenPainted, nullptr), Qt::QueuedConnection);
 }
 
 void ConsoleWindow::ConnectHost()
@@ -136,10 +179,11 @@ void ConsoleWindow::ConnectPanes()
     connect(m_ui->tree, &QTreeView::expanded, this, [this](const QModelIndex& expanded) {
         Run([&] { m_host.Expand(ScopeTreeModel::EntryOf(expanded)->id); });
     });
-    connect(m_ui->list, &QTreeView::activated, this,
-            [this](const QModelIndex& opened) { Run([&] { m_host.Open(m_host.TargetAt(opened.row())); }); });
+    connect(m_ui->list, &QTreeView::activated, this, [this](const QModelIndex& opened) {
+        Run([&] { m_host.Open(m_host.TargetAt(m_rows->mapToSource(opened).row())); });
+    });
     // Later: a selection also changes in the middle of changes of the models.
-    connect(m_ui->list->selectionModel(), &QItemSelectionModel::currentChanged, this, &ConsoleWindow::TakeTarget,
+    connect(m_ui->list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ConsoleWindow::TakeTarget,
             Qt::QueuedConnection);
     connect(qApp, &QApplication::focusChanged, this, &ConsoleWindow::TakeTarget, Qt::QueuedConnection);
 
@@ -151,9 +195,12 @@ void ConsoleWindow::ConnectPanes()
         if (parent.isValid() && !parent.parent().isValid())
             m_ui->tree->expand(parent); // the root is no more than its children
     });
-    connect(&list, &QAbstractItemModel::rowsInserted, this, &ConsoleWindow::ShowCount);
-    connect(&list, &QAbstractItemModel::rowsRemoved, this, &ConsoleWindow::ShowCount);
-    connect(&list, &QAbstractItemModel::modelReset, this, &ConsoleWindow::ShowCount);
+    connect(m_rows, &QAbstractItemModel::rowsInserted, this, &ConsoleWindow::ShowCount);
+    connect(m_rows, &QAbstractItemModel::rowsRemoved, this, &ConsoleWindow::ShowCount);
+    connect(m_rows, &QAbstractItemModel::modelReset, this, &ConsoleWindow::ShowCount);
+    connect(m_ui->filter, &QLineEdit::textChanged, m_rows, &ResultSortModel::SetFilter);
+    m_ui->filter->installEventFilter(this);
+    m_ui->list->installEventFilter(this);
     connect(m_ui->list->header(), &QHeaderView::sectionResized, this, [this](int section) {
         if (!m_arrangingColumns && section < m_host.List().columnCount() - 1)
             m_columnsTouched = true;
@@ -168,7 +215,12 @@ void ConsoleWindow::ConnectPanes()
 void ConsoleWindow::ConnectActions()
 {
     m_ui->upAction->setShortcuts({QKeySequence(Qt::ALT | Qt::Key_Up), QKeySequence(Qt::Key_Backspace)});
-    m_ui->propertiesAction->setEnabled(false);
+    connect(m_ui->filterAction, &QAction::triggered, m_ui->filter,
+            [this] { m_ui->filter->setFocus(Qt::ShortcutFocusReason); });
+    connect(m_ui->helpAction, &QAction::triggered, this, [this] { Run([this] { m_host.ShowHelp(); }); });
+    connect(m_ui->toolbarAction, &QAction::toggled, m_ui->commandBar, &QWidget::setVisible);
+    m_ui->refreshAction->setIcon(IconNamed(u"refresh"_s));
+    m_ui->helpAction->setIcon(IconNamed(u"question"_s));
     connect(m_ui->exitAction, &QAction::triggered, this, &QWidget::close);
     connect(m_ui->refreshAction, &QAction::triggered, this, [this] { Run([this] { m_host.Refresh(); }); });
     connect(m_ui->renameAction, &QAction::triggered, this, &ConsoleWindow::EditName);
@@ -178,6 +230,31 @@ void ConsoleWindow::ConnectActions()
     connect(m_ui->descriptionBarAction, &QAction::toggled, m_ui->descriptionBar, &QWidget::setVisible);
     connect(m_ui->statusBarAction, &QAction::toggled, m_ui->statusBar, &QWidget::setVisible);
     connect(m_ui->aboutAction, &QAction::triggered, this, [this] { Run([this] { ShowAbout(); }); });
+}
+
+void ConsoleWindow::ConnectCommands()
+{
+    m_commands = new CommandBars(m_host, *m_ui->actionMenu, *m_ui->renameAction, *m_ui->commandBar);
+    m_commands->setParent(this);
+    connect(m_commands, &CommandBars::CommandChosen, this,
+            [this](int command) { Run([&] { m_host.RunCommand(command); }); });
+    connect(m_commands, &CommandBars::ButtonPressed, this,
+            [this](int command) { Run([&] { m_host.PressButton(command); }); });
+    connect(&m_host, &ConsoleHost::ToolbarsChanged, m_commands, &CommandBars::RebuildToolbar);
+}
+
+void ConsoleWindow::ConnectFileActions()
+{
+    connect(m_ui->newAction, &QAction::triggered, this, [this] { Run([this] { m_files->New(); }); });
+    connect(m_ui->openAction, &QAction::triggered, this, [this] { Run([this] { m_files->Open(); }); });
+    connect(m_ui->saveAction, &QAction::triggered, this, [this] { Run([this] { m_files->Save(); }); });
+    connect(m_ui->saveAsAction, &QAction::triggered, this, [this] { Run([this] { m_files->SaveAs(); }); });
+    connect(m_ui->preferencesAction, &QAction::triggered, this, [this] { Run([this] { ShowPreferences(); }); });
+    connect(m_ui->recentMenu, &QMenu::aboutToShow, this, [this] {
+        if (m_files)
+            m_files->FillRecentFiles(*m_ui->recentMenu);
+    });
+    m_ui->recentMenu->menuAction()->setEnabled(false); // like the others, until there is a catalog
 }
 
 IResultView* ConsoleWindow::ResultViewOf(const QString& viewType)
@@ -199,6 +276,8 @@ void ConsoleWindow::ShowView(const QString& viewType)
     else if (viewType == CLSID_MessageView)
         page = m_messagePage;
     m_ui->resultViews->setCurrentWidget(page);
+    m_ui->filter->setVisible(page == m_ui->list);
+    m_ui->filterAction->setEnabled(page == m_ui->list);
     if (hadFocus)
         page->setFocus();
     ShowCount();
@@ -209,6 +288,8 @@ void ConsoleWindow::ShowItem()
     const ScopeEntry* entry = m_host.Tree().Find(m_host.ShownItem());
     m_ui->tree->setCurrentIndex(entry != nullptr ? m_host.Tree().IndexOf(*entry) : QModelIndex());
     m_columnsTouched = false;
+    m_ui->filter->clear();
+    m_ui->list->sortByColumn(-1, Qt::AscendingOrder);
     ShowNames();
 }
 
@@ -217,7 +298,10 @@ void ConsoleWindow::ShowNames()
     ScopeTreeModel& tree = m_host.Tree();
     const QString program = LoadString(StringId::kSnapInName);
     const ScopeEntry* root = tree.Root();
-    setWindowTitle(root != nullptr ? LoadString(StringId::kWindowTitle, tree.NameOf(*root), program) : program);
+    QString title = root != nullptr ? LoadString(StringId::kWindowTitle, tree.NameOf(*root), program) : program;
+    if (m_files && !m_files->FileName().isEmpty())
+        title = LoadString(StringId::kWindowTitle, QFileInfo(m_files->FileName()).completeBaseName(), title);
+    setWindowTitle(title);
     const ScopeEntry* shown = tree.Find(m_host.ShownItem());
     m_ui->itemName->SetText(shown != nullptr ? tree.NameOf(*shown) : QString());
     m_ui->upAction->setEnabled(shown != nullptr && shown != root);
@@ -232,7 +316,13 @@ void ConsoleWindow::ShowStatusText(const QString& text)
 void ConsoleWindow::ShowCount()
 {
     const bool isList = m_ui->resultViews->currentWidget() == m_ui->list;
-    m_count->setText(isList ? LoadString(StringId::kCountOfItems, m_host.List().rowCount()) : QString());
+    const int all = m_host.List().rowCount();
+    const int shown = m_rows->rowCount();
+    QString text;
+    if (isList)
+        text = shown == all ? LoadString(StringId::kCountOfItems, all)
+                            : LoadString(StringId::kCountOfFilteredItems, shown, all);
+    m_count->setText(text);
 }
 
 void ConsoleWindow::ShowVerbs()
@@ -241,6 +331,14 @@ void ConsoleWindow::ShowVerbs()
     m_ui->refreshAction->setEnabled(m_host.ShownItem() != 0);
     m_ui->renameAction->setEnabled(verbs.IsEnabled(MMC_CONSOLE_VERB::MMC_VERB_RENAME));
     m_ui->deleteAction->setEnabled(verbs.IsEnabled(MMC_CONSOLE_VERB::MMC_VERB_DELETE));
+    m_ui->helpAction->setEnabled(m_host.ShownItem() != 0);
+    if (m_commands != nullptr)
+        m_commands->RebuildMenu(); // for its keys
+}
+
+void ConsoleWindow::ShowPreferences()
+{
+    CPreferencesDlg(m_catalog->Services().preferences, m_messages, this).exec();
 }
 
 void ConsoleWindow::ShowAbout()
@@ -274,11 +372,25 @@ void ConsoleWindow::SaveColumns()
 
 void ConsoleWindow::TakeTarget()
 {
-    ConsoleTarget target{.scopeItem = m_host.ShownItem()};
-    if (m_ui->list->hasFocus() && m_ui->list->currentIndex().isValid())
-        target = m_host.TargetAt(m_ui->list->currentIndex().row());
+    const QWidget* focus = QApplication::focusWidget();
+    if (focus == nullptr || focus->window() != this || qobject_cast<const QMenuBar*>(focus) != nullptr)
+        return; // a menu or a dialog is open: its commands are about what was selected before
+    const ConsoleTarget target = SelectedTarget();
     if (!(target == m_host.Target()))
         Run([&] { m_host.SetTarget(target); });
+}
+
+ConsoleTarget ConsoleWindow::SelectedTarget() const
+{
+    const ConsoleTarget shown{.scopeItem = m_host.ShownItem()};
+    if (!m_ui->list->hasFocus())
+        return shown;
+    std::vector<ConsoleTarget> targets;
+    for (const QModelIndex& row : m_ui->list->selectionModel()->selectedRows())
+        targets.push_back(m_host.TargetAt(m_rows->mapToSource(row).row()));
+    if (targets.empty())
+        return shown;
+    return targets.size() == 1 ? targets.front() : ConsoleTarget{.several = std::move(targets)};
 }
 
 void ConsoleWindow::GoUp()
@@ -310,6 +422,47 @@ void ConsoleWindow::PopUpActions(QAbstractItemView& view, const QPoint& position
     m_ui->actionMenu->popup(view.viewport()->mapToGlobal(position));
 }
 
+void ConsoleWindow::CloseFilter()
+{
+    m_ui->filter->clear();
+    m_ui->list->setFocus(Qt::OtherFocusReason);
+}
+
+void ConsoleWindow::SelectCurrentRow()
+{
+    QItemSelectionModel* selection = m_ui->list->selectionModel();
+    if (m_ui->list->hasFocus() && !selection->hasSelection() && m_rows->rowCount() > 0) {
+        const QModelIndex current = selection->currentIndex();
+        selection->setCurrentIndex(current.isValid() ? current : m_rows->index(0, 0),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+}
+
+bool ConsoleWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_ui->list && event->type() == QEvent::FocusIn) {
+        // By the keyboard something is selected at once; the mouse says by itself what.
+        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::OtherFocusReason)
+            QMetaObject::invokeMethod(this, &ConsoleWindow::SelectCurrentRow, Qt::QueuedConnection);
+    }
+    if (watched == m_ui->filter && event->type() == QEvent::KeyPress) {
+        switch (static_cast<const QKeyEvent*>(event)->key()) {
+        case Qt::Key_Escape:
+            CloseFilter();
+            return true;
+        case Qt::Key_Down:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            m_ui->list->setFocus(Qt::OtherFocusReason);
+            return true;
+        default:
+            break;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void ConsoleWindow::AdjustToFont()
 {
     const int side = std::max(style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this), fontMetrics().height());
@@ -327,6 +480,12 @@ void ConsoleWindow::changeEvent(QEvent* event)
 
 void ConsoleWindow::closeEvent(QCloseEvent* event)
 {
+    bool mayLeave = true;
+    Run([&] { mayLeave = !m_files || m_files->MayLeave(); });
+    if (!mayLeave) {
+        event->ignore();
+        return;
+    }
     SaveColumns();
     if (m_state != nullptr)
         m_state->Save(*this, *m_ui->panes);

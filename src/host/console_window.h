@@ -20,7 +20,11 @@ class ConsoleWindow;
 namespace quenvolta
 {
 
+class CommandBars;
+class FileCommands;
 class MessageViewPage;
+class ResultSortModel;
+class SnapInCatalog;
 class StatusViewPage;
 class ViewState;
 
@@ -41,6 +45,14 @@ public:
     /// Loads the snap-in once the window has been painted, so that a slow server doesn't keep the screen empty.
     void LoadWhenPainted(SnapInFactory factory);
 
+    /// The same for a console file.
+    void OpenWhenPainted(const QString& fileName);
+
+    /// Lets the window open and save console files, and change the preferences; the catalog outlives the window.
+    void SetCatalog(const SnapInCatalog& catalog);
+    /// Opens a console file, or the new console where the file can't be opened.
+    void OpenFile(const QString& fileName);
+
     /// Opens the shown item in the tree.
     void ExpandShownItem();
 
@@ -49,11 +61,14 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void ConnectActions();
     void ConnectPanes();
+    void ConnectCommands();
+    void ConnectFileActions();
     void ConnectHost();
     template <typename Body>
     void Run(Body&& body);
@@ -66,13 +81,17 @@ private:
     void ShowCount();
     void ShowVerbs();
     void ShowAbout();
+    void ShowPreferences();
     void ArrangeColumn(int column, int width);
     void SaveColumns();
     void TakeTarget();
+    ConsoleTarget SelectedTarget() const;
     void GoUp();
     void GoToNextPane();
     void EditName();
     void PopUpActions(QAbstractItemView& view, const QPoint& position);
+    void CloseFilter();
+    void SelectCurrentRow();
     void AdjustToFont();
 
     const ISnapinAbout& m_about;
@@ -82,7 +101,12 @@ private:
     MessageViewPage* m_messagePage;
     StatusViewPage* m_statusPage;
     QLabel* m_count;
-    SnapInFactory m_snapInFactory;
+    /// What is done once the window has been painted.
+    std::function<void()> m_whenPainted;
+    const SnapInCatalog* m_catalog = nullptr;
+    std::unique_ptr<FileCommands> m_files;
+    ResultSortModel* m_rows;
+    CommandBars* m_commands = nullptr;
     bool m_arrangingColumns = false;
     bool m_columnsTouched = false;
     ConsoleHost m_host; // goes first: it no longer speaks to the widgets then

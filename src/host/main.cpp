@@ -1,6 +1,7 @@
 #include "host/command_line.h"
 #include "host/console_program.h"
 #include "host/display_check.h"
+#include "host/registration_program.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -55,6 +56,9 @@ int main(int argc, char** argv)
     case CommandLine::Task::Refuse:
         std::fprintf(stderr, "%s\n", qPrintable(line.text));
         return EXIT_FAILURE;
+    case CommandLine::Task::Register:
+    case CommandLine::Task::Unregister:
+        return ChangeRegistration(line.task == CommandLine::Task::Register, QString::fromLocal8Bit(argv[0]));
     case CommandLine::Task::OpenWindow:
     case CommandLine::Task::RenderPicture:
         break;

@@ -16,4 +16,10 @@ MessageAnswer PrintedMessages::ShowText(MessageStyle style, const QString& text)
     return style.buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
 }
 
+int PrintedMessages::Ask(const TaskQuestion& question)
+{
+    ShowText({question.icon, MessageButtons::Ok}, question.content);
+    return 0;
+}
+
 } // namespace quenvolta

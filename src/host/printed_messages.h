@@ -11,6 +11,7 @@ class PrintedMessages final : public IcMessages
 public:
     void ShowError(const Exception& exception) override;
     MessageAnswer ShowText(MessageStyle style, const QString& text) override;
+    int Ask(const TaskQuestion& question) override;
 };
 
 } // namespace quenvolta

@@ -104,9 +104,10 @@ RESULTDATAITEM ResultListModel::ItemAt(int row) const
     return m_items[static_cast<std::size_t>(row - ScopeCount())];
 }
 
-bool ResultListModel::Contains(HRESULTITEM id) const
+MMC_COOKIE ResultListModel::CookieOf(HRESULTITEM id) const
 {
-    return std::ranges::find(m_items, id, &RESULTDATAITEM::itemID) != m_items.end();
+    const auto item = std::ranges::lower_bound(m_items, id, {}, &RESULTDATAITEM::itemID); // numbered as they came
+    return item != m_items.end() && item->itemID == id ? item->lParam : nullptr;
 }
 
 int ResultListModel::ScopeCount() const

@@ -37,8 +37,8 @@ public:
     const ScopeEntry* ScopeEntryAt(int row) const;
     /// The inserted item of the row; its `itemID` is 0 for a scope item.
     RESULTDATAITEM ItemAt(int row) const;
-    /// True while the inserted item is in the list.
-    bool Contains(HRESULTITEM id) const;
+    /// The snap-in's object behind an inserted item; null for one that is no longer in the list.
+    MMC_COOKIE CookieOf(HRESULTITEM id) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -104,6 +104,16 @@ void ScopeTreeModel::Remove(ScopeEntry& entry, bool deleteThis)
     endRemoveRows();
 }
 
+void ScopeTreeModel::Clear()
+{
+    Flush();
+    beginResetModel();
+    m_entries.clear();
+    m_root.children.clear();
+    m_editable = 0;
+    endResetModel();
+}
+
 void ScopeTreeModel::EndBatch()
 {
     if (--m_batchDepth == 0)

@@ -31,6 +31,8 @@ public:
     HSCOPEITEM InsertRoot();
     HRESULT Insert(SCOPEDATAITEM* item);
     HRESULT Change(const SCOPEDATAITEM& item);
+    /// Empties the tree; identifiers are not used again.
+    void Clear();
     /// Removes the item's children, and the item itself with `deleteThis`.
     void Remove(ScopeEntry& entry, bool deleteThis);
 

@@ -1,5 +1,6 @@
 #include "host/view_state.h"
 
+#include <QFile>
 #include <QMainWindow>
 #include <QSplitter>
 
@@ -13,6 +14,8 @@ namespace
 
 const auto kGeometry = "window/geometry"_L1;
 const auto kPanes = "window/panes"_L1;
+const auto kRecentFiles = "files/recent"_L1;
+constexpr qsizetype kMostRecentFiles = 9;
 
 QString ColumnsKey(const QString& nodeType)
 {
@@ -54,6 +57,21 @@ QList<int> ViewState::ColumnWidths(const QString& nodeType) const
 void ViewState::SaveColumnWidths(const QString& nodeType, const QList<int>& widths)
 {
     m_settings.setValue(ColumnsKey(nodeType), QVariantList(widths.begin(), widths.end()));
+}
+
+QStringList ViewState::RecentFiles() const
+{
+    QStringList files = m_settings.value(kRecentFiles).toStringList();
+    files.removeIf([](const QString& file) { return !QFile::exists(file); });
+    return files;
+}
+
+void ViewState::AddRecentFile(const QString& fileName)
+{
+    QStringList files = m_settings.value(kRecentFiles).toStringList();
+    files.removeAll(fileName);
+    files.prepend(fileName);
+    m_settings.setValue(kRecentFiles, files.mid(0, kMostRecentFiles));
 }
 
 } // namespace quenvolta

@@ -24,6 +24,10 @@ public:
     QList<int> ColumnWidths(const QString& nodeType) const;
     void SaveColumnWidths(const QString& nodeType, const QList<int>& widths);
 
+    /// The console files opened and saved, the most recent first; those that are gone are left out.
+    QStringList RecentFiles() const;
+    void AddRecentFile(const QString& fileName);
+
 private:
     QSettings m_settings;
 };

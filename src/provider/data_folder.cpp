@@ -2,6 +2,7 @@
 
 #include "foundation/registry_accessor.h"
 #include "foundation/registry_changes.h"
+#include "foundation/server_data_path.h"
 #include "foundation/win32_exception.h"
 #include "provider/provider_error.h"
 #include "provider/provider_texts.h"
@@ -42,11 +43,7 @@ void MakePrivateFolder(const QString& path)
 
 QString DataFolder::DefaultPath()
 {
-    if (const QString named = qEnvironmentVariable("QUENVOLTA_SERVER_DATA"); !named.isEmpty())
-        return QDir::cleanPath(QDir::current().absoluteFilePath(named));
-    if (::geteuid() == 0)
-        return u"/var/lib/quenvolta-server"_s;
-    return QDir::homePath() + "/.local/share/quenvolta-server"_L1;
+    return ServerDataPath();
 }
 
 DataFolder::DataFolder(const QString& path)

@@ -9,10 +9,16 @@
 #include "platform/mmc/result_data.h"
 #include "platform/mmc/result_view_type.h"
 #include "snapin/base_node.h"
+#include "snapin/command_handler.h"
+#include "snapin/menu_resources.h"
 #include "snapin/node_services.h"
+#include "snapin/quenvolta_component.h"
 #include "snapin/snap_in_item_impl.h"
+#include "snapin/toolbar_resources.h"
 #include "ui/string_table.h"
 
+#include <algorithm>
+#include <span>
 #include <utility>
 
 namespace quenvolta
@@ -67,6 +73,9 @@ public:
         case MMC_NOTIFY_TYPE::MMCN_COLUMNS_CHANGED:
             return OnColumnsChanged(console);
         case MMC_NOTIFY_TYPE::MMCN_ADD_IMAGES:
+        case MMC_NOTIFY_TYPE::MMCN_BTN_CLICK:
+        case MMC_NOTIFY_TYPE::MMCN_CONTEXTHELP:
+        case MMC_NOTIFY_TYPE::MMCN_SNAPINHELP:
             break;
         }
         return E_NOTIMPL;
@@ -104,6 +113,38 @@ public:
         return S_OK;
     }
 
+    HRESULT AddMenuItems(IContextMenuCallback& callback, std::uint32_t insertionAllowed) override
+    {
+        return AddMenuResource(GetMenuId(), insertionAllowed, callback,
+                               [this](int command) { return GetCommandState(command); });
+    }
+
+    HRESULT Command(IConsole& console, int command) override
+    {
+        const CommandHandler<T>* handler = FindHandler(command);
+        if (handler == nullptr || GetCommandState(command) != CommandState::Enabled)
+            return S_FALSE;
+        (static_cast<T&>(*this).*handler->run)(console);
+        return S_OK;
+    }
+
+    HRESULT QueryPagesFor() override { return S_FALSE; }
+    QList<int> Toolbars() const override { return {}; }
+
+    void UpdateToolbars(IQuenvoltaComponent& component) override
+    {
+        for (const int resource : Toolbars()) {
+            IToolbar* toolbar = component.GetToolbar(resource);
+            if (toolbar == nullptr)
+                continue;
+            for (const MMCBUTTON& button : ToolbarButtons(resource)) {
+                const CommandState state = GetCommandState(button.idCommand);
+                toolbar->SetButtonState(button.idCommand, MMC_BUTTON_STATE::ENABLED, state == CommandState::Enabled);
+                toolbar->SetButtonState(button.idCommand, MMC_BUTTON_STATE::HIDDEN, state == CommandState::Hidden);
+            }
+        }
+    }
+
     SCOPEDATAITEM& GetScopeData() override { return m_scopeData; }
 
     RESULTDATAITEM GetResultData() override
@@ -120,6 +161,10 @@ public:
     HSCOPEITEM ScopeItem() const { return m_scopeData.ID; }
 
 protected:
+    /// The menu of the node (resources/menus.def).
+    virtual int GetMenuId() = 0;
+    /// The rule by which a command is enabled, whether or not its dialog is there.
+    virtual CommandState RuleOf(int /*command*/) { return CommandState::Enabled; }
     virtual QString GetResultPaneColInfo(int /*column*/) { return this->DisplayName(); }
     virtual HRESULT OnExpand(IConsole& /*console*/, bool /*expanding*/, HSCOPEITEM /*item*/) { return S_OK; }
     virtual HRESULT OnShow(IConsole& console, bool selecting)
@@ -144,6 +189,27 @@ protected:
     virtual void SetVerbs(IConsoleVerb& verb) { Enable(verb, MMC_CONSOLE_VERB::MMC_VERB_REFRESH); }
     virtual HRESULT OnPreload(IConsole& /*console*/, HSCOPEITEM /*item*/) { return E_NOTIMPL; }
     virtual HRESULT OnColumnsChanged(IConsole& /*console*/) { return E_NOTIMPL; }
+
+    /// The state of a command: its rule, and disabled without its dialog.
+    CommandState GetCommandState(int command)
+    {
+        const CommandState state = RuleOf(command);
+        const CommandHandler<T>* handler = FindHandler(command);
+        const bool isThere =
+            handler != nullptr && (handler->dialog == DialogKind::None || m_services.dialogs.Has(handler->dialog));
+        return state == CommandState::Enabled && !isThere ? CommandState::Grayed : state;
+    }
+
+    /// What a dialog is opened with.
+    DialogRequest RequestFor(IConsole& console) const
+    {
+        return {m_services.model, m_services.messages, m_services.preferences, m_services.shell,
+                console.GetMainWindow()};
+    }
+    bool OpenDialog(DialogKind kind, const DialogRequest& request) const
+    {
+        return m_services.dialogs.Open(kind, request);
+    }
 
     CModel& Model() const { return m_services.model; }
     IcMessages& Messages() const { return m_services.messages; }
@@ -224,7 +290,14 @@ private:
         }
     }
 
-    NodeServices m_services;
+    const CommandHandler<T>* FindHandler(int command) const
+    {
+        const std::span<const CommandHandler<T>> handlers = T::Commands();
+        const auto found = std::ranges::find(handlers, command, &CommandHandler<T>::command);
+        return found != handlers.end() ? &*found : nullptr;
+    }
+
+    const NodeServices& m_services;
     SCOPEDATAITEM m_scopeData;
     QString m_errorTitle;
     QString m_errorBody;

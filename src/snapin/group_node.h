@@ -14,14 +14,21 @@ public:
 
     CGroupNode(const NodeServices& services, QString name);
 
+    static std::span<const CommandHandler<CGroupNode>> Commands();
+    int DeleteSeveralQuestion() const override { return StringId::kAskDeleteGroups; }
+    void DeleteUnasked() override;
+
 protected:
+    int GetMenuId() override { return MenuId::kGroup; }
     QString DisplayName() const override { return m_name; }
     void SetVerbs(IConsoleVerb& verb) override { Enable(verb, MMC_CONSOLE_VERB::MMC_VERB_DELETE); }
-    /// Left to the console.
-    HRESULT OnDblClick(IConsole& /*console*/) override { return S_FALSE; }
+    /// Edits the group; left to the console where that isn't possible.
+    HRESULT OnDblClick(IConsole& console) override;
     HRESULT OnDelete(IConsole& console) override;
 
 private:
+    void Edit(IConsole& console);
+
     QString m_name;
 };
 

@@ -16,8 +16,14 @@ public:
 
     using CAccountListNode::CAccountListNode;
 
+    static std::span<const CommandHandler<CGroupsListNode>> Commands();
+
 protected:
+    int GetMenuId() override { return MenuId::kGroups; }
     QStringList ReadNames() override;
+
+private:
+    void CreateGroup(IConsole& console);
 };
 
 } // namespace quenvolta

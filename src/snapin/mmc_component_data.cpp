@@ -1,7 +1,9 @@
 #include "snapin/mmc_component_data.h"
 
+#include "snapin/extension_items.h"
 #include "snapin/groups_list_node.h"
 #include "snapin/mmc_component.h"
+#include "snapin/multi_select_item.h"
 #include "snapin/notification_boundary.h"
 #include "snapin/repositories_list_node.h"
 #include "snapin/root_item.h"
@@ -13,8 +15,10 @@ namespace quenvolta
 
 CMMCComponentData::CMMCComponentData(const SnapInServices& services, bool extension)
     : m_model(services.locatorFactory, services.preferences)
-    , m_services{m_model, services.messages}
+    , m_services{m_model, services.messages, services.preferences, services.shell, services.dialogs}
     , m_root(std::make_shared<CRootItem>(m_services, extension))
+    , m_compManagerItem(std::make_shared<CCompManagerExtensionItem>(*this))
+    , m_serverManagerItem(std::make_shared<CServerManagerExtensionItem>(*this))
 {
     m_model.Subscribe(*this);
 }
@@ -38,7 +42,57 @@ HRESULT CMMCComponentData::CreateComponent(std::unique_ptr<IComponent>* componen
 
 HRESULT CMMCComponentData::Notify(const DataObjectPtr& object, const MMCNotification& notification)
 {
-    return NotifyItem(m_services.messages, m_console, object, notification);
+    const std::shared_ptr<CSnapInItem> item = FindItem(object);
+    if (!item || m_console == nullptr)
+        return E_UNEXPECTED;
+    return AtBoundary(Messages(), [&] { return item->Notify(*m_console, notification); });
+}
+
+std::shared_ptr<CSnapInItem> CMMCComponentData::FindItem(const DataObjectPtr& object)
+{
+    if (!object)
+        return m_root;
+    const auto* ours = dynamic_cast<const CSnapInDataObjectImpl*>(object.get());
+    return ours != nullptr ? ours->SharedItem() : nullptr;
+}
+
+HRESULT CMMCComponentData::QueryMultiSelectObject(const QList<MMC_COOKIE>& cookies, DataObjectPtr* object)
+{
+    CSnapInItemList items;
+    for (const MMC_COOKIE cookie : cookies) {
+        auto* item = dynamic_cast<CSnapInItem*>(cookie);
+        if (item == nullptr)
+            return E_UNEXPECTED;
+        items.push_back(item->shared_from_this());
+    }
+    if (items.empty())
+        return E_INVALIDARG;
+    *object =
+        std::make_shared<CMultiSelectItem>(m_services, std::move(items))->GetDataObject(DATA_OBJECT_TYPES::CCT_RESULT);
+    return S_OK;
+}
+
+HRESULT CMMCComponentData::AddMenuItems(const DataObjectPtr& object, IContextMenuCallback& callback,
+                                        std::uint32_t insertionAllowed)
+{
+    const std::shared_ptr<CSnapInItem> item = FindItem(object);
+    if (!item)
+        return E_UNEXPECTED;
+    return AtBoundary(Messages(), [&] { return item->AddMenuItems(callback, insertionAllowed); });
+}
+
+HRESULT CMMCComponentData::Command(int command, const DataObjectPtr& object)
+{
+    const std::shared_ptr<CSnapInItem> item = FindItem(object);
+    if (!item || m_console == nullptr)
+        return E_UNEXPECTED;
+    return AtBoundary(Messages(), [&] { return item->Command(*m_console, command); });
+}
+
+HRESULT CMMCComponentData::QueryPagesFor(const DataObjectPtr& object)
+{
+    const std::shared_ptr<CSnapInItem> item = FindItem(object);
+    return item ? item->QueryPagesFor() : E_UNEXPECTED;
 }
 
 HRESULT CMMCComponentData::QueryDataObject(MMC_COOKIE cookie, DATA_OBJECT_TYPES type, DataObjectPtr* object)

@@ -30,4 +30,10 @@ HRESULT CMMCExtensionAbout::GetSnapinImage(int* iconResource) const
     return S_OK;
 }
 
+HRESULT CMMCExtensionAbout::GetStaticFolderImage(StaticFolderImages* images) const
+{
+    *images = {.small = 101, .smallOpen = 101, .large = 102, .transparentColor = 0x008080};
+    return S_OK;
+}
+
 } // namespace quenvolta

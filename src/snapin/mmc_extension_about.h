@@ -13,6 +13,7 @@ public:
     HRESULT GetProvider(QString* provider) const override;
     HRESULT GetSnapinVersion(QString* version) const override;
     HRESULT GetSnapinImage(int* iconResource) const override;
+    HRESULT GetStaticFolderImage(StaticFolderImages* images) const override;
 };
 
 } // namespace quenvolta

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "platform/hresult.h"
-#include "platform/mmc/data_object.h"
-#include "platform/mmc/notification.h"
+#include "ui/guard.h"
+
+#include <utility>
 
 namespace quenvolta
 {
 
-class IConsole;
-class IcMessages;
-
-/// Hands a notification to the item behind the data object. What the item throws is shown and becomes E_FAIL;
-/// E_UNEXPECTED for an object that isn't of this snap-in.
-HRESULT NotifyItem(IcMessages& messages, IConsole* console, const DataObjectPtr& object,
-                   const MMCNotification& notification);
+/// Runs what the console asked for. What it throws is shown and becomes E_FAIL.
+template <typename Body>
+HRESULT AtBoundary(IcMessages& messages, Body&& body)
+{
+    HRESULT result = E_FAIL;
+    Guarded(messages, [&] { result = std::forward<Body>(body)(); });
+    return result;
+}
 
 } // namespace quenvolta

@@ -1,13 +1,18 @@
 #include "snapin/repositories_list_node.h"
 
 #include "model/model.h"
+#include "snapin/command_id.h"
 #include "snapin/natural_order.h"
 #include "snapin/node_images.h"
 #include "snapin/repository_columns.h"
 #include "snapin/repository_root_node.h"
 #include "snapin/status_text.h"
+#include "snapin/users_check.h"
+#include "ui/messages.h"
+#include "ui/shell.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quenvolta
 {
@@ -34,6 +39,63 @@ CRepositoriesListNode::CRepositoriesListNode(const NodeServices& services, bool 
     const int image = ReadImage();
     GetScopeData().nImage = image;
     GetScopeData().nOpenImage = image;
+}
+
+std::span<const CommandHandler<CRepositoriesListNode>> CRepositoriesListNode::Commands()
+{
+    using Node = CRepositoriesListNode;
+    static constexpr std::array kCommands{
+        CommandHandler<Node>{CommandId::kCreateRepository, &Node::CreateRepository, DialogKind::CreateRepository},
+        CommandHandler<Node>{CommandId::kImportRepository, &Node::ImportRepository, DialogKind::ImportRepository},
+        CommandHandler<Node>{CommandId::kBrowse, &Node::Browse},
+        CommandHandler<Node>{CommandId::kManageSecurity, &Node::ShowProperties, DialogKind::GlobalPermissions},
+        CommandHandler<Node>{CommandId::kProperties, &Node::ShowProperties, DialogKind::GlobalPermissions},
+        CommandHandler<Node>{CommandId::kUpgradeRepositories, &Node::UpgradeRepositories,
+                             DialogKind::UpgradeRepositories},
+    };
+    return kCommands;
+}
+
+int CRepositoriesListNode::GetMenuId()
+{
+    return AreGlobalPermissionsAvailable() ? MenuId::kRepositories : MenuId::kRepositoriesWithoutPermissions;
+}
+
+CommandState CRepositoriesListNode::RuleOf(int command)
+{
+    const bool isHidden = command == CommandId::kProperties && !AreGlobalPermissionsAvailable();
+    return isHidden ? CommandState::Hidden : CommandState::Enabled;
+}
+
+void CRepositoriesListNode::CreateRepository(IConsole& console)
+{
+    OpenDialog(DialogKind::CreateRepository, RequestFor(console));
+}
+
+void CRepositoriesListNode::ImportRepository(IConsole& console)
+{
+    if (Model().HasCapability(ServerCapability::kRepositoryImport))
+        OpenDialog(DialogKind::ImportRepository, RequestFor(console));
+    else
+        Messages().ShowMessage({MessageIcon::Error, MessageButtons::Ok}, StringId::kImportNotSupported);
+}
+
+void CRepositoriesListNode::Browse(IConsole& console)
+{
+    if (CheckForUsers(Services(), RequestFor(console)))
+        Services().shell.OpenAddress(QUrl(Model().GetUrl({})));
+}
+
+void CRepositoriesListNode::ShowProperties(IConsole& console)
+{
+    DialogRequest request = RequestFor(console);
+    request.position = {QString(), u"/"_s};
+    OpenDialog(DialogKind::GlobalPermissions, request);
+}
+
+void CRepositoriesListNode::UpgradeRepositories(IConsole& console)
+{
+    OpenDialog(DialogKind::UpgradeRepositories, RequestFor(console));
 }
 
 void CRepositoriesListNode::AddRepository(IConsole& console, const QString& name)

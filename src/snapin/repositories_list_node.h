@@ -28,7 +28,12 @@ public:
     /// Takes the permission state of the server or of an entry.
     void UpdatePermissionState(IConsole& console, const TreePosition& target, PermissionState state);
 
+    static std::span<const CommandHandler<CRepositoriesListNode>> Commands();
+    QList<int> Toolbars() const override { return {ToolbarId::kRepositoriesProperties}; }
+
 protected:
+    int GetMenuId() override;
+    CommandState RuleOf(int command) override;
     QString DisplayName() const override { return LoadString(kNodeType.displayName); }
     HRESULT OnExpand(IConsole& console, bool expanding, HSCOPEITEM item) override;
     HRESULT OnShow(IConsole& console, bool selecting) override;
@@ -36,6 +41,12 @@ protected:
 
 private:
     using Children = std::vector<std::shared_ptr<CRepositoryRootNode>>;
+
+    void CreateRepository(IConsole& console);
+    void ImportRepository(IConsole& console);
+    void Browse(IConsole& console);
+    void ShowProperties(IConsole& console);
+    void UpgradeRepositories(IConsole& console);
 
     void LoadChildren();
     HRESULT InsertChildren(IConsole& console);

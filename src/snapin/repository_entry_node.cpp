@@ -17,6 +17,20 @@ CRepositoryEntryNode::CRepositoryEntryNode(const NodeServices& services, std::sh
         SetUrl(entry.url);
 }
 
+void CRepositoryEntryNode::SetVerbs(IConsoleVerb& verb)
+{
+    CRepositoryNode::SetVerbs(verb);
+    if (IsFolder() && Services().dialogs.Has(DialogKind::DeleteFolder))
+        Enable(verb, MMC_CONSOLE_VERB::MMC_VERB_DELETE);
+}
+
+HRESULT CRepositoryEntryNode::OnDelete(IConsole& console)
+{
+    if (!IsFolder() || !OpenDialog(DialogKind::DeleteFolder, OwnRequest(console)))
+        return S_FALSE;
+    return console.NameSpace().DeleteItem(ScopeItem(), true);
+}
+
 int CRepositoryEntryNode::BaseImage() const
 {
     return IsFolder() ? kImageFolder : kImageFile;

@@ -17,6 +17,9 @@ public:
     const QString& Path() const override { return m_path; }
 
 protected:
+    /// Folders can be deleted.
+    void SetVerbs(IConsoleVerb& verb) override;
+    HRESULT OnDelete(IConsole& console) override;
     int BaseImage() const override;
     QString ReadUrl() override;
 

@@ -1,9 +1,14 @@
 #include "snapin/repository_node.h"
 
 #include "model/model.h"
+#include "snapin/command_id.h"
 #include "snapin/natural_order.h"
 #include "snapin/repository_entry_node.h"
 #include "snapin/status_text.h"
+#include "snapin/users_check.h"
+#include "ui/shell.h"
+
+#include <array>
 
 namespace quenvolta
 {
@@ -22,6 +27,85 @@ CRepositoryNode::CRepositoryNode(const NodeServices& services, std::shared_ptr<R
 TreePosition CRepositoryNode::Position() const
 {
     return {m_repository->name, Path().isEmpty() ? u"/"_s : Path()};
+}
+
+std::span<const CommandHandler<CRepositoryNode>> CRepositoryNode::Commands()
+{
+    using Node = CRepositoryNode;
+    using Handler = CommandHandler<Node>;
+    static constexpr std::array kCommands{
+        Handler{CommandId::kCopyUrl, &Node::CopyUrl},
+        Handler{CommandId::kBrowse, &Node::Browse},
+        Handler{CommandId::kManageSecurity, &Node::ShowProperties, DialogKind::RepositoryProperties},
+        Handler{CommandId::kProperties, &Node::ShowProperties, DialogKind::RepositoryProperties},
+        Handler{CommandId::kManageHooks, &Node::ManageHooks, DialogKind::RepositoryProperties},
+        Handler{CommandId::kManageDelegation, &Node::ManageDelegation, DialogKind::RepositoryProperties},
+        Handler{CommandId::kConvertToQdfs, &Node::ConvertToQdfs, DialogKind::ConvertToQdfs},
+        Handler{CommandId::kConvertToFsfs, &Node::ConvertToFsfs, DialogKind::ConvertToFsfs},
+        Handler{CommandId::kConsistencyCheck, &Node::CheckConsistency, DialogKind::ConsistencyCheck},
+        Handler{CommandId::kExportReplicationSeed, &Node::ExportReplicationSeed, DialogKind::ExportReplicationSeed},
+        Handler{CommandId::kCreateFolder, &Node::CreateFolder, DialogKind::CreateFolder},
+        Handler{CommandId::kCreateProjectStructure, &Node::CreateProjectStructure, DialogKind::CreateProjectStructure},
+    };
+    return kCommands;
+}
+
+int CRepositoryNode::GetMenuId()
+{
+    if (Path().isEmpty())
+        return MenuId::kRepository;
+    return m_isFolder ? MenuId::kFolder : MenuId::kFile;
+}
+
+CommandState CRepositoryNode::RuleOf(int command)
+{
+    return IsCommandEnabled(command) ? CommandState::Enabled : CommandState::Hidden;
+}
+
+DialogRequest CRepositoryNode::OwnRequest(IConsole& console, int page) const
+{
+    DialogRequest request = RequestFor(console);
+    request.position = Position();
+    request.repository = m_repository.get();
+    request.isFolder = m_isFolder;
+    request.page = page;
+    return request;
+}
+
+void CRepositoryNode::CopyUrl(IConsole& console)
+{
+    if (CheckForUsers(Services(), RequestFor(console)))
+        Services().shell.CopyText(Url());
+}
+
+void CRepositoryNode::Browse(IConsole& console)
+{
+    if (CheckForUsers(Services(), RequestFor(console)))
+        Services().shell.OpenAddress(QUrl(Url()));
+}
+
+void CRepositoryNode::ShowProperties(IConsole& console)
+{
+    OpenDialog(DialogKind::RepositoryProperties, OwnRequest(console));
+}
+
+void CRepositoryNode::CreateFolder(IConsole& console)
+{
+    CreateFolders(console, DialogKind::CreateFolder);
+}
+
+void CRepositoryNode::CreateProjectStructure(IConsole& console)
+{
+    CreateFolders(console, DialogKind::CreateProjectStructure);
+}
+
+void CRepositoryNode::CreateFolders(IConsole& console, DialogKind dialog)
+{
+    if (!m_isFolder || !OpenDialog(dialog, OwnRequest(console)))
+        return;
+    ReloadState(console);
+    console.UpdateAllViews(GetDataObject(DATA_OBJECT_TYPES::CCT_SCOPE));
+    console.SelectScopeItem(ScopeItem());
 }
 
 HRESULT CRepositoryNode::OnExpand(IConsole& console, bool expanding, HSCOPEITEM item)

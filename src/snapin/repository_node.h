@@ -40,11 +40,29 @@ public:
     /// Forgets the cached addresses here and below.
     void ForgetUrls();
 
+    static std::span<const CommandHandler<CRepositoryNode>> Commands();
+    QList<int> Toolbars() const override { return {ToolbarId::kEntryProperties}; }
+    bool HasAddress() const override { return true; }
+    QString Address() override { return Url(); }
+
 protected:
+    int GetMenuId() override;
+    CommandState RuleOf(int command) override;
     QString DisplayName() const override { return Name(); }
     HRESULT OnExpand(IConsole& console, bool expanding, HSCOPEITEM item) override;
     HRESULT OnShow(IConsole& console, bool selecting) override;
     HRESULT OnRefresh(IConsole& console) override;
+
+    /// False for a command that isn't offered now.
+    virtual bool IsCommandEnabled(int /*command*/) { return true; }
+    virtual void ManageHooks(IConsole& /*console*/) {}
+    virtual void ManageDelegation(IConsole& /*console*/) {}
+    virtual void ConvertToQdfs(IConsole& /*console*/) {}
+    virtual void ConvertToFsfs(IConsole& /*console*/) {}
+    virtual void CheckConsistency(IConsole& /*console*/) {}
+    virtual void ExportReplicationSeed(IConsole& /*console*/) {}
+    /// What a dialog about this node is opened with.
+    DialogRequest OwnRequest(IConsole& console, int page = 0) const;
 
     /// The image without explicit permission entries; with them it is the next one.
     virtual int BaseImage() const = 0;
@@ -63,6 +81,13 @@ protected:
     HRESULT ShowDescription(IConsole& console);
 
 private:
+    void CopyUrl(IConsole& console);
+    void Browse(IConsole& console);
+    void ShowProperties(IConsole& console);
+    void CreateFolder(IConsole& console);
+    void CreateProjectStructure(IConsole& console);
+    void CreateFolders(IConsole& console, DialogKind dialog);
+
     void LoadChildren();
     HRESULT InsertChildren(IConsole& console);
     void ReloadChildren(IConsole& console);

@@ -1,15 +1,42 @@
 #include "snapin/repository_root_node.h"
 
 #include "model/model.h"
+#include "snapin/command_id.h"
 #include "snapin/node_images.h"
 #include "snapin/repository_columns.h"
 #include "snapin/repository_name.h"
 #include "ui/messages.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
 namespace quenvolta
 {
+
+namespace
+{
+
+// The pages of the property sheet of a repository.
+constexpr int kHooksPage = 1;
+constexpr int kDelegationPage = 2;
+
+/// What the server must be able to do, and of what type the repository must be, for a command.
+struct CommandRule {
+    int command;
+    std::uint32_t capability;
+    std::optional<std::int32_t> type;
+};
+
+constexpr std::array kRules{
+    CommandRule{CommandId::kManageDelegation, ServerCapability::kDelegation, {}},
+    CommandRule{CommandId::kConvertToQdfs, ServerCapability::kQdfs, kRepositoryTypeFsfs},
+    CommandRule{CommandId::kConvertToFsfs, ServerCapability::kQdfs, kRepositoryTypeQdfsMaster},
+    CommandRule{CommandId::kConsistencyCheck, ServerCapability::kQdfs, kRepositoryTypeQdfsSlave},
+    CommandRule{CommandId::kExportReplicationSeed, ServerCapability::kReplicationSeed, kRepositoryTypeQdfsMaster},
+};
+
+} // namespace
 
 CRepositoryRootNode::CRepositoryRootNode(const NodeServices& services, const RepositoryInfo& repository)
     : CRepositoryNode(services, std::make_shared<RepositoryInfo>(repository), true, repository.permissionState,
@@ -68,6 +95,44 @@ HRESULT CRepositoryRootNode::OnDelete(IConsole& /*console*/)
         return S_FALSE;
     Model().DeleteRepository(QString(Name())); // its parent drops this node when the model tells of the deletion
     return S_OK;
+}
+
+bool CRepositoryRootNode::IsCommandEnabled(int command)
+{
+    const auto rule = std::ranges::find(kRules, command, &CommandRule::command);
+    if (rule == kRules.end())
+        return true;
+    return Model().HasCapability(rule->capability) && (!rule->type || GetRepositoryInfo().type == rule->type);
+}
+
+void CRepositoryRootNode::ManageHooks(IConsole& console)
+{
+    OpenDialog(DialogKind::RepositoryProperties, OwnRequest(console, kHooksPage));
+}
+
+void CRepositoryRootNode::ManageDelegation(IConsole& console)
+{
+    OpenDialog(DialogKind::RepositoryProperties, OwnRequest(console, kDelegationPage));
+}
+
+void CRepositoryRootNode::ConvertToQdfs(IConsole& console)
+{
+    OpenDialog(DialogKind::ConvertToQdfs, OwnRequest(console));
+}
+
+void CRepositoryRootNode::ConvertToFsfs(IConsole& console)
+{
+    OpenDialog(DialogKind::ConvertToFsfs, OwnRequest(console));
+}
+
+void CRepositoryRootNode::CheckConsistency(IConsole& console)
+{
+    OpenDialog(DialogKind::ConsistencyCheck, OwnRequest(console));
+}
+
+void CRepositoryRootNode::ExportReplicationSeed(IConsole& console)
+{
+    OpenDialog(DialogKind::ExportReplicationSeed, OwnRequest(console));
 }
 
 int CRepositoryRootNode::BaseImage() const

@@ -19,6 +19,13 @@ protected:
     void SetVerbs(IConsoleVerb& verb) override;
     HRESULT OnRename(IConsole& console, const QString& name) override;
     HRESULT OnDelete(IConsole& console) override;
+    bool IsCommandEnabled(int command) override;
+    void ManageHooks(IConsole& console) override;
+    void ManageDelegation(IConsole& console) override;
+    void ConvertToQdfs(IConsole& console) override;
+    void ConvertToFsfs(IConsole& console) override;
+    void CheckConsistency(IConsole& console) override;
+    void ExportReplicationSeed(IConsole& console) override;
     int BaseImage() const override;
     void ReadState() override;
     QString ReadUrl() override;

@@ -1,14 +1,21 @@
 #include "snapin/root_item.h"
 
 #include "model/model.h"
+#include "snapin/command_id.h"
 #include "snapin/groups_list_node.h"
 #include "snapin/node_images.h"
 #include "snapin/repositories_list_node.h"
+#include "snapin/service_rules.h"
 #include "snapin/status_page.h"
 #include "snapin/status_text.h"
 #include "snapin/users_list_node.h"
+#include "ui/guard.h"
+#include "ui/shell.h"
 
 #include <QCoreApplication>
+#include <QDir>
+
+#include <array>
 
 namespace quenvolta
 {
@@ -40,6 +47,93 @@ CRootItem::CRootItem(const NodeServices& services, bool extension)
 }
 
 CRootItem::~CRootItem() = default;
+
+std::span<const CommandHandler<CRootItem>> CRootItem::Commands()
+{
+    using Handler = CommandHandler<CRootItem>;
+    static constexpr std::array kCommands{
+        Handler{CommandId::kConnect, &CRootItem::Connect, DialogKind::SelectComputer},
+        Handler{CommandId::kStart, &CRootItem::Start, DialogKind::ServiceState},
+        Handler{CommandId::kStop, &CRootItem::Stop, DialogKind::ServiceState},
+        Handler{CommandId::kRestart, &CRootItem::Restart, DialogKind::ServiceState},
+        Handler{CommandId::kProperties, &CRootItem::ShowProperties, DialogKind::ServerProperties},
+        Handler{CommandId::kCommandPrompt, &CRootItem::StartCommandPrompt},
+    };
+    return kCommands;
+}
+
+QList<int> CRootItem::Toolbars() const
+{
+    return {ToolbarId::kServerProperties, ToolbarId::kServices, ToolbarId::kCommandPrompt};
+}
+
+CommandState CRootItem::RuleOf(int command)
+{
+    bool isEnabled = true;
+    switch (command) {
+    case CommandId::kStart:
+        isEnabled = !OperationsToStart(m_status).isEmpty();
+        break;
+    case CommandId::kStop:
+    case CommandId::kRestart:
+        isEnabled = !OperationsToStop(m_status).isEmpty();
+        break;
+    case CommandId::kProperties:
+        isEnabled = m_status.isRead;
+        break;
+    default:
+        break;
+    }
+    return isEnabled ? CommandState::Enabled : CommandState::Grayed;
+}
+
+void CRootItem::Connect(IConsole& console)
+{
+    OpenDialog(DialogKind::SelectComputer, RequestFor(console)); // the model tells of another computer
+}
+
+void CRootItem::Start(IConsole& console)
+{
+    RunServices(console, OperationsToStart(m_status));
+}
+
+void CRootItem::Stop(IConsole& console)
+{
+    RunServices(console, OperationsToStop(m_status));
+}
+
+void CRootItem::Restart(IConsole& console)
+{
+    RunServices(console, OperationsToRestart(m_status));
+}
+
+void CRootItem::RunServices(IConsole& console, const QList<ServiceOperation>& operations)
+{
+    DialogRequest request = RequestFor(console);
+    request.operations = operations;
+    Guarded(Messages(), [&] { OpenDialog(DialogKind::ServiceState, request); });
+    BuildChildren(console); // what was begun before a failure is to be seen, too
+    UpdateViews(console);
+}
+
+void CRootItem::ShowProperties(IConsole& console)
+{
+    OpenDialog(DialogKind::ServerProperties, RequestFor(console));
+}
+
+void CRootItem::StartCommandPrompt(IConsole& /*console*/)
+{
+    const bool isLocal = Model().ComputerName().isEmpty();
+    Services().shell.StartCommandPrompt(isLocal ? m_status.settings.repositoriesRoot : QDir::homePath());
+}
+
+void CRootItem::Leave()
+{
+    SetScopeItem(0);
+    m_repositories.reset();
+    m_users.reset();
+    m_groups.reset();
+}
 
 HRESULT CRootItem::GetResultViewType(QString* viewType)
 {

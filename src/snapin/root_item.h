@@ -23,8 +23,13 @@ public:
     CRootItem(const NodeServices& services, bool extension);
     ~CRootItem() override;
 
+    static std::span<const CommandHandler<CRootItem>> Commands();
+    QList<int> Toolbars() const override;
     HRESULT GetResultViewType(QString* viewType) override;
     void RenderStatus(IcStatusPage& page) override;
+
+    /// Forgets where the root is in the tree, to be inserted anew.
+    void Leave();
 
     /// Absent while the server can't be managed.
     CRepositoriesListNode* Repositories() const { return m_repositories.get(); }
@@ -39,6 +44,8 @@ public:
     HRESULT UpdateViews(IConsole& console);
 
 protected:
+    int GetMenuId() override { return m_extension ? MenuId::kExtensionRoot : MenuId::kRoot; }
+    CommandState RuleOf(int command) override;
     QString DisplayName() const override;
     QString GetResultPaneColInfo(int column) override;
     bool WantsPreload() const override { return !m_extension; }
@@ -49,6 +56,14 @@ protected:
     HRESULT OnPreload(IConsole& console, HSCOPEITEM item) override;
 
 private:
+    void Connect(IConsole& console);
+    void Start(IConsole& console);
+    void Stop(IConsole& console);
+    void Restart(IConsole& console);
+    void ShowProperties(IConsole& console);
+    void StartCommandPrompt(IConsole& console);
+    void RunServices(IConsole& console, const QList<ServiceOperation>& operations);
+
     HRESULT BuildChildren(IConsole& console);
 
     bool m_extension;

@@ -20,7 +20,7 @@ public:
 
     HRESULT GetData(const QString& format, QByteArray* data) const override { return m_item->FillData(format, data); }
 
-    CSnapInItem& Item() const { return *m_item; }
+    const std::shared_ptr<CSnapInItem>& SharedItem() const { return m_item; }
     DATA_OBJECT_TYPES Type() const { return m_type; }
 
 private:

@@ -30,6 +30,8 @@ public:
             *data = ClipboardGuid(kStandaloneClassId);
         else if (format == CCF_SNAPIN_PRELOADS)
             *data = QByteArray(WantsPreload() ? "\1\0\0\0" : "\0\0\0\0", 4);
+        else if (format == CCF_GETOBJECTDATA)
+            *data = QByteArray("\1\0\0\0", 4);
         else
             return DV_E_FORMATETC;
         return S_OK;

@@ -1,8 +1,11 @@
 #include "snapin/user_node.h"
 
 #include "model/model.h"
+#include "snapin/command_id.h"
 #include "snapin/node_images.h"
 #include "ui/messages.h"
+
+#include <array>
 
 namespace quenvolta
 {
@@ -13,12 +16,31 @@ CUserNode::CUserNode(const NodeServices& services, QString name)
 {
 }
 
+std::span<const CommandHandler<CUserNode>> CUserNode::Commands()
+{
+    static constexpr std::array kCommands{
+        CommandHandler<CUserNode>{CommandId::kSetPassword, &CUserNode::SetPassword, DialogKind::SetPassword}};
+    return kCommands;
+}
+
+void CUserNode::SetPassword(IConsole& console)
+{
+    DialogRequest request = RequestFor(console);
+    request.account = m_name;
+    OpenDialog(DialogKind::SetPassword, request);
+}
+
+void CUserNode::DeleteUnasked()
+{
+    Model().DeleteUser(m_name);
+}
+
 HRESULT CUserNode::OnDelete(IConsole& /*console*/)
 {
     if (Messages().ShowMessage({MessageIcon::Question, MessageButtons::YesNo}, StringId::kAskDeleteUser, m_name) !=
         MessageAnswer::Yes)
         return S_FALSE;
-    Model().DeleteUser(m_name);
+    DeleteUnasked();
     return S_OK;
 }
 

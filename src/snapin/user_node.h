@@ -14,7 +14,12 @@ public:
 
     CUserNode(const NodeServices& services, QString name);
 
+    static std::span<const CommandHandler<CUserNode>> Commands();
+    int DeleteSeveralQuestion() const override { return StringId::kAskDeleteUsers; }
+    void DeleteUnasked() override;
+
 protected:
+    int GetMenuId() override { return MenuId::kUser; }
     QString DisplayName() const override { return m_name; }
     void SetVerbs(IConsoleVerb& verb) override { Enable(verb, MMC_CONSOLE_VERB::MMC_VERB_DELETE); }
     /// Left to the console.
@@ -22,6 +27,8 @@ protected:
     HRESULT OnDelete(IConsole& console) override;
 
 private:
+    void SetPassword(IConsole& console);
+
     QString m_name;
 };
 

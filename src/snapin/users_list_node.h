@@ -16,8 +16,14 @@ public:
 
     using CAccountListNode::CAccountListNode;
 
+    static std::span<const CommandHandler<CUsersListNode>> Commands();
+
 protected:
+    int GetMenuId() override { return MenuId::kUsers; }
     QStringList ReadNames() override;
+
+private:
+    void CreateUser(IConsole& console);
 };
 
 } // namespace quenvolta

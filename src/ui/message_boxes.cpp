@@ -4,7 +4,9 @@
 #include "ui/arrow_cursor.h"
 #include "ui/guidance.h"
 
+#include <QHash>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace quenvolta
 {
@@ -72,6 +74,25 @@ MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text)
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+int AskTask(QWidget* parent, const TaskQuestion& question)
+{
+    const ArrowCursor cursor;
+    QMessageBox box(parent);
+    box.setWindowTitle(LoadString(StringId::kCaption));
+    box.setIcon(BoxIcon(question.icon));
+    box.setTextFormat(Qt::PlainText);
+    SetText(box, question.content);
+    QHash<QAbstractButton*, int> numbers;
+    for (const TaskButton& each : question.buttons) {
+        QPushButton* button = box.addButton(each.text, QMessageBox::AcceptRole);
+        button->setEnabled(each.isEnabled);
+        numbers.insert(button, each.id);
+    }
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    return numbers.value(box.clickedButton());
 }
 
 } // namespace quenvolta

@@ -15,6 +15,9 @@ void ShowError(QWidget* parent, const Exception& exception);
 /// Shows a plain text in a message box.
 MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text);
 
+/// Asks a question with choices of its own; the number of the chosen button, 0 for Cancel and for closing.
+int AskTask(QWidget* parent, const TaskQuestion& question);
+
 /// Shows a text of the string table, its inserts filled, in a message box.
 template <typename... Inserts>
 MessageAnswer ShowMessage(QWidget* parent, MessageStyle style, int id, const Inserts&... inserts)
@@ -34,6 +37,7 @@ public:
     {
         return quenvolta::ShowText(m_parent, style, text);
     }
+    int Ask(const TaskQuestion& question) override { return AskTask(m_parent, question); }
 
 private:
     QPointer<QWidget> m_parent;

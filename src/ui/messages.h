@@ -3,6 +3,7 @@
 #include "foundation/exception.h"
 #include "ui/string_table.h"
 
+#include <QList>
 #include <QString>
 
 namespace quenvolta
@@ -31,6 +32,23 @@ enum class MessageAnswer {
     No,
 };
 
+/// A button of a question with choices of its own.
+struct TaskButton {
+    /// Not 0.
+    int id = 0;
+    /// With its mnemonic.
+    QString text;
+    bool isEnabled = true;
+};
+
+/// A question with choices of its own, and Cancel.
+struct TaskQuestion {
+    MessageIcon icon = MessageIcon::Warning;
+    /// Plain text.
+    QString content;
+    QList<TaskButton> buttons;
+};
+
 /// How code without a window of its own tells and asks the administrator.
 class IcMessages
 {
@@ -39,6 +57,8 @@ public:
     virtual void ShowError(const Exception& exception) = 0;
     /// Shows a plain text and waits for the answer; closing the box answers No, or Ok where that is the only button.
     virtual MessageAnswer ShowText(MessageStyle style, const QString& text) = 0;
+    /// The number of the chosen button; 0 for Cancel and for closing.
+    virtual int Ask(const TaskQuestion& question) = 0;
 
     /// ShowText with a text of the string table.
     template <typename... Inserts>

@@ -29,6 +29,11 @@ static_assert(std::ranges::adjacent_find(kRows, std::ranges::greater_equal(), &R
 
 } // namespace
 
+bool HasString(int id)
+{
+    return std::ranges::binary_search(kRows, id, {}, &Row::id);
+}
+
 QString LoadString(int id)
 {
     const auto row = std::ranges::lower_bound(kRows, id, {}, &Row::id);

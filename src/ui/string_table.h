@@ -18,6 +18,9 @@ namespace StringId
 /// A text of the string table; a number that it doesn't hold is a SimpleException.
 QString LoadString(int id);
 
+/// True when the string table holds a text of the number.
+bool HasString(int id);
+
 /// A text of the string table with its inserts (texts and integers) filled.
 template <typename... Inserts>
 requires(sizeof...(Inserts) > 0) QString LoadString(int id, const Inserts&... inserts)

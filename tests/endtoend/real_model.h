@@ -22,6 +22,7 @@ public:
     QStringList GetRecentQdfsServers() const override { return {}; }
     void AddRecentQdfsServer(const QString&) override {}
     bool IsUpdateCheckDisabled() const override { return true; }
+    void SetUpdateCheckDisabled(bool) override {}
 
     QStringList servers;
 };

@@ -123,7 +123,8 @@ TEST_F(ScopeTreeModelTest, TheListFollowsTheTree)
     EXPECT_EQ(list.rowCount(), 3);
     EXPECT_EQ(list.ScopeEntryAt(1)->id, second);
     EXPECT_EQ(list.index(2, 0).data().toString(), u"user");
-    EXPECT_TRUE(list.Contains(item.itemID));
+    EXPECT_EQ(list.CookieOf(item.itemID), &user);
+    EXPECT_EQ(list.CookieOf(item.itemID + 1), nullptr);
 
     const QSignalSpy changed(&list, &QAbstractItemModel::dataChanged);
     SCOPEDATAITEM change;

@@ -62,6 +62,7 @@ public:
     HRESULT SelectScopeItem(HSCOPEITEM item) override;
     HRESULT SetStatusText(const QString& text) override;
     HRESULT UpdateAllViews(const DataObjectPtr& object) override;
+    QWidget* GetMainWindow() override { return nullptr; }
 
 private:
     struct Entry {

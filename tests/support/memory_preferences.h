@@ -19,6 +19,7 @@ public:
     QStringList GetRecentQdfsServers() const override { return qdfsServers; }
     void AddRecentQdfsServer(const QString& name) override { qdfsServers.prepend(name); }
     bool IsUpdateCheckDisabled() const override { return updateCheckDisabled; }
+    void SetUpdateCheckDisabled(bool disabled) override { updateCheckDisabled = disabled; }
 
     QStringList servers;
     QStringList qdfsServers;

@@ -19,10 +19,19 @@ public:
         return style.buttons == MessageButtons::Ok ? MessageAnswer::Ok : answer;
     }
 
+    int Ask(const TaskQuestion& question) override
+    {
+        texts.append(question.content);
+        lastButtons = question.buttons;
+        return chosenButton;
+    }
+
     QStringList errors;
     QStringList texts;
     MessageStyle lastStyle;
     MessageAnswer answer = MessageAnswer::No;
+    QList<TaskButton> lastButtons;
+    int chosenButton = 0;
 };
 
 } // namespace quenvolta::test

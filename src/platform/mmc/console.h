@@ -6,6 +6,8 @@
 
 #include <QString>
 
+class QWidget;
+
 namespace quenvolta
 {
 
@@ -32,6 +34,8 @@ public:
     virtual HRESULT SetStatusText(const QString& text) = 0;
     /// Sends every view MMCN_VIEW_CHANGE for the object.
     virtual HRESULT UpdateAllViews(const DataObjectPtr& object) = 0;
+    /// The window over which dialogs open; null without one.
+    virtual QWidget* GetMainWindow() = 0;
 };
 
 } // namespace quenvolta

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hresult.h"
+#include "platform/mmc/button_state.h"
 
 namespace quenvolta
 {
@@ -10,11 +11,6 @@ enum class MMC_CONSOLE_VERB {
     MMC_VERB_PROPERTIES,
     MMC_VERB_RENAME,
     MMC_VERB_REFRESH,
-};
-
-enum class MMC_BUTTON_STATE {
-    ENABLED,
-    HIDDEN,
 };
 
 /// The console's own commands for the selected item. All are hidden until the snap-in says otherwise.

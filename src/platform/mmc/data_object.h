@@ -18,6 +18,7 @@ public:
     /// The data of a registered clipboard format; DV_E_FORMATETC for one that the object doesn't offer.
     virtual HRESULT GetData(const QString& format, QByteArray* data) const = 0;
 };
+/// A null pointer stands for the console's special objects: the snap-in's root.
 using DataObjectPtr = std::shared_ptr<IDataObject>;
 
 } // namespace quenvolta

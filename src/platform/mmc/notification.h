@@ -12,7 +12,9 @@ class IImageList;
 /// What the console tells a snap-in.
 enum class MMC_NOTIFY_TYPE {
     MMCN_ADD_IMAGES, ///< `imageList` wants the images of the result pane
+    MMCN_BTN_CLICK,  ///< `command`: the pressed button of the toolbar
     MMCN_COLUMNS_CHANGED,
+    MMCN_CONTEXTHELP,
     MMCN_DBLCLICK,
     MMCN_DELETE,
     MMCN_EXPAND,  ///< `on`: expanding; `scopeItem`: the item that is expanded
@@ -21,6 +23,7 @@ enum class MMC_NOTIFY_TYPE {
     MMCN_RENAME, ///< `text`: the new name; S_FALSE refuses it
     MMCN_SELECT, ///< `on`: selected
     MMCN_SHOW,   ///< `on`: the result pane begins to show the item
+    MMCN_SNAPINHELP,
     MMCN_VIEW_CHANGE,
 };
 
@@ -31,6 +34,7 @@ struct MMCNotification {
     HSCOPEITEM scopeItem = 0;
     QString text = {};
     IImageList* imageList = nullptr;
+    int command = 0;
 };
 
 } // namespace quenvolta

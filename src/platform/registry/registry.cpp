@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <sqlite3.h>
 #include <utility>
 
@@ -181,6 +182,26 @@ Win32Error Registry::FindKey(const QString& path)
 {
     std::int64_t id = 0;
     return KeyId(path, &id);
+}
+
+Win32Error Registry::DeleteTree(const QString& path)
+{
+    std::int64_t key = 0;
+    Win32Error error = KeyId(path, &key);
+    constexpr std::array kSteps{
+        "DELETE FROM key_values WHERE key IN"
+        " (SELECT id FROM keys WHERE folded = ?1 OR substr(folded, 1, length(?1) + 1) = ?1 || '\\')",
+        "DELETE FROM keys WHERE folded = ?1 OR substr(folded, 1, length(?1) + 1) = ?1 || '\\'",
+    };
+    // Values first: what a failure between the steps leaves can be removed again.
+    for (const char* step : kSteps) {
+        if (error != ERROR_SUCCESS)
+            return error;
+        Statement remove(m_database.get(), step);
+        remove.Bind(path.toCaseFolded()).Step();
+        error = remove.Error();
+    }
+    return error;
 }
 
 Win32Error Registry::QueryValue(const QString& path, const QString& name, RegistryValue* value)

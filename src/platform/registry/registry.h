@@ -78,6 +78,8 @@ public:
     Win32Error CreateKey(const QString& path);
     /// ERROR_FILE_NOT_FOUND when there is no such key.
     Win32Error FindKey(const QString& path);
+    /// Removes the key with its values and all keys below it; ERROR_FILE_NOT_FOUND when it is missing.
+    Win32Error DeleteTree(const QString& path);
     /// ERROR_FILE_NOT_FOUND when the key or the value is missing.
     Win32Error QueryValue(const QString& path, const QString& name, RegistryValue* value);
     /// ERROR_FILE_NOT_FOUND when the key is missing; the value is added or replaced.

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "snapin/node_type.h"
+
+namespace quenvolta
+{
+
+// The class identifiers beside that of the standalone snap-in (kStandaloneClassId).
+inline constexpr QUuid kExtensionClassId{0x5868BB8C, 0xE3E5, 0x4111, 0xAB, 0x2D, 0xB8, 0x3F, 0xE0, 0x0F, 0xAF, 0xFE};
+inline constexpr QUuid kAboutClassId{0x2FC11162, 0x83EE, 0x47ED, 0x87, 0xDA, 0x49, 0x0D, 0x74, 0x02, 0x23, 0x0C};
+
+} // namespace quenvolta
