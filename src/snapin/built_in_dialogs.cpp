@@ -1,4 +1,8 @@
+#include "accounts/create_user_dlg.h"
+#include "accounts/group_dlg.h"
+#include "accounts/set_password_dlg.h"
 #include "snapin/dialogs.h"
+#include "snapin/run_services.h"
 #include "snapin/select_computer_dlg.h"
 
 namespace quenvolta
@@ -7,17 +11,25 @@ namespace quenvolta
 namespace
 {
 
-bool SelectComputer(const DialogRequest& request)
+bool Run(QDialog&& dialog)
 {
-    CSelectComputerDlg dialog(request.model, request.preferences, request.shell, request.messages, request.parent);
     return dialog.exec() == QDialog::Accepted;
 }
 
 /// A line for each dialog that there is.
 DialogTable MakeTable()
 {
+    using Kind = DialogKind;
+    using Request = DialogRequest;
     DialogTable table;
-    table.Add(DialogKind::SelectComputer, &SelectComputer);
+    table.Add(Kind::SelectComputer, [](const Request& r) {
+        return Run(CSelectComputerDlg(r.model, r.preferences, r.shell, r.messages, r.parent));
+    });
+    table.Add(Kind::ServiceState, [](const Request& r) { return RunServices(r.model, r.operations); });
+    table.Add(Kind::CreateUser, [](const Request& r) { return Run(CCreateUserDlg(r.parent, r.model)); });
+    table.Add(Kind::SetPassword, [](const Request& r) { return Run(CSetPasswordDlg(r.parent, r.model, r.account)); });
+    table.Add(Kind::CreateGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model)); });
+    table.Add(Kind::EditGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model, r.account)); });
     return table;
 }
 

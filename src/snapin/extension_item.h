@@ -19,16 +19,15 @@ public:
     /// Takes what the extended node's data object says of its computer.
     HRESULT InitDataClass(const DataObjectPtr& object)
     {
-        const HRESULT result = ReadMachineName(object, &m_computer);
-        m_isKnown = Succeeded(result);
-        return result;
+        m_known = ReadMachineName(object, &m_computer);
+        return m_known;
     }
 
     HRESULT Notify(IConsole& console, const MMCNotification& notification) override
     {
         if (notification.type != MMC_NOTIFY_TYPE::MMCN_EXPAND || !notification.on)
             return E_NOTIMPL;
-        return m_isKnown ? ExtendNode(m_data, console, m_computer, notification.scopeItem) : DV_E_FORMATETC;
+        return Failed(m_known) ? m_known : ExtendNode(m_data, console, m_computer, notification.scopeItem);
     }
 
     HRESULT GetScopePaneInfo(SCOPEDATAITEM* /*item*/) override { return S_OK; }
@@ -52,7 +51,7 @@ private:
     CMMCComponentData& m_data;
     SCOPEDATAITEM m_scopeData;
     QString m_computer;
-    bool m_isKnown = false;
+    HRESULT m_known = DV_E_FORMATETC;
 };
 
 } // namespace quenvolta

@@ -12,7 +12,7 @@ constexpr HSCOPEITEM kRoot = 1;
 
 } // namespace
 
-void FakeConsole::Load(IComponentData& data)
+void FakeConsole::LoadBelowAnother(IComponentData& data)
 {
     m_data = &data;
     m_data->Initialize(*this);
@@ -20,6 +20,11 @@ void FakeConsole::Load(IComponentData& data)
     m_component->Initialize(*this);
     m_last = kRoot;
     m_items[kRoot] = {};
+}
+
+void FakeConsole::Load(IComponentData& data)
+{
+    LoadBelowAnother(data);
     Expand({});
     Select({});
 }
@@ -41,10 +46,8 @@ HRESULT FakeConsole::Notify(const QString& path, MMC_NOTIFY_TYPE type, const QSt
 
 HRESULT FakeConsole::NotifyListed(const QString& name, MMC_NOTIFY_TYPE type)
 {
-    DataObjectPtr object;
-    m_component->QueryDataObject(m_listed[Listed().indexOf(name)].lParam, DATA_OBJECT_TYPES::CCT_RESULT, &object);
     verbs.clear();
-    return m_component->Notify(object, {.type = type, .on = true});
+    return m_component->Notify(ListedObject(name), {.type = type, .on = true});
 }
 
 QStringList FakeConsole::Children(const QString& path) const
@@ -71,6 +74,33 @@ DataObjectPtr FakeConsole::Object(const QString& path) const
     const HSCOPEITEM item = Find(path);
     if (item != 0)
         m_data->QueryDataObject(m_items[item].item.lParam, DATA_OBJECT_TYPES::CCT_SCOPE, &object);
+    return object;
+}
+
+DataObjectPtr FakeConsole::ListedObject(const QString& name) const
+{
+    DataObjectPtr object;
+    m_component->QueryDataObject(m_listed[Listed().indexOf(name)].lParam, DATA_OBJECT_TYPES::CCT_RESULT, &object);
+    return object;
+}
+
+DataObjectPtr FakeConsole::SeveralObject(const QStringList& paths) const
+{
+    QList<MMC_COOKIE> cookies;
+    for (const QString& path : paths)
+        cookies.append(m_items[Find(path)].item.lParam);
+    DataObjectPtr object;
+    m_component->QueryMultiSelectObject(cookies, &object);
+    return object;
+}
+
+DataObjectPtr FakeConsole::SeveralListedObject(const QStringList& names) const
+{
+    QList<MMC_COOKIE> cookies;
+    for (const QString& name : names)
+        cookies.append(m_listed[Listed().indexOf(name)].lParam);
+    DataObjectPtr object;
+    m_component->QueryMultiSelectObject(cookies, &object);
     return object;
 }
 

@@ -27,6 +27,8 @@ class FakeConsole final : public IConsole,
 {
 public:
     void Load(IComponentData& data);
+    /// The same without a root of the snap-in: item 1 is another one's node.
+    void LoadBelowAnother(IComponentData& data);
 
     // What a person does. The item is named by its path from the root ("Repositories/web"); empty for the root.
     void Expand(const QString& path);
@@ -42,6 +44,11 @@ public:
     QString Text(const QString& path, int column) const;
     DataObjectPtr Object(const QString& path) const;
     QStringList Listed() const;
+    DataObjectPtr ListedObject(const QString& name) const;
+    /// One object for several scope items.
+    DataObjectPtr SeveralObject(const QStringList& paths) const;
+    DataObjectPtr SeveralListedObject(const QStringList& names) const;
+    IComponent& Component() { return *m_component; }
 
     QStringList columns;
     QStringList statusTexts;

@@ -5,6 +5,7 @@
 #include "support/memory_preferences.h"
 #include "support/qt_printers.h"
 #include "support/recorded_messages.h"
+#include "support/recorded_shell.h"
 #include "support/stand_in_server.h"
 
 #include <gtest/gtest.h>
@@ -20,11 +21,12 @@ struct LoadedSnapIn {
     {
     }
 
+    SnapInServices Services() { return {server.LocatorFactory(), preferences, messages, shell, *dialogs}; }
+
     /// To be called once the server holds what it should.
     CMMCStandaloneData& Load()
     {
-        data = std::make_unique<CMMCStandaloneData>(SnapInServices{server.LocatorFactory(), preferences, messages},
-                                                    arguments);
+        data = std::make_unique<CMMCStandaloneData>(Services(), arguments);
         console.Load(*data);
         return *data;
     }
@@ -33,6 +35,8 @@ struct LoadedSnapIn {
     QStringList arguments;
     MemoryPreferences preferences;
     RecordedMessages messages;
+    RecordedShell shell;
+    const DialogTable* dialogs = &DialogTable::BuiltIn();
     std::unique_ptr<CMMCStandaloneData> data; // outlives the console's component
     FakeConsole console;
 };

@@ -186,8 +186,8 @@ Win32Error Registry::FindKey(const QString& path)
 
 Win32Error Registry::DeleteTree(const QString& path)
 {
-    std::int64_t key = 0;
-    Win32Error error = KeyId(path, &key);
+    if (const Win32Error error = Open(false); error != ERROR_SUCCESS)
+        return error;
     constexpr std::array kSteps{
         "DELETE FROM key_values WHERE key IN"
         " (SELECT id FROM keys WHERE folded = ?1 OR substr(folded, 1, length(?1) + 1) = ?1 || '\\')",
@@ -195,13 +195,12 @@ Win32Error Registry::DeleteTree(const QString& path)
     };
     // Values first: what a failure between the steps leaves can be removed again.
     for (const char* step : kSteps) {
-        if (error != ERROR_SUCCESS)
-            return error;
         Statement remove(m_database.get(), step);
         remove.Bind(path.toCaseFolded()).Step();
-        error = remove.Error();
+        if (remove.Error() != ERROR_SUCCESS)
+            return remove.Error();
     }
-    return error;
+    return sqlite3_changes(m_database.get()) == 0 ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
 }
 
 Win32Error Registry::QueryValue(const QString& path, const QString& name, RegistryValue* value)

@@ -78,7 +78,7 @@ public:
     Win32Error CreateKey(const QString& path);
     /// ERROR_FILE_NOT_FOUND when there is no such key.
     Win32Error FindKey(const QString& path);
-    /// Removes the key with its values and all keys below it; ERROR_FILE_NOT_FOUND when it is missing.
+    /// Removes the key with its values and all keys below it; ERROR_FILE_NOT_FOUND when there is none.
     Win32Error DeleteTree(const QString& path);
     /// ERROR_FILE_NOT_FOUND when the key or the value is missing.
     Win32Error QueryValue(const QString& path, const QString& name, RegistryValue* value);
