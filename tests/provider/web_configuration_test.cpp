@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <net/if.h>
 
 namespace quenvolta
 {
@@ -67,15 +68,22 @@ TEST(WebConfigurationTest, AddressesAreCheckedAndThoseThatOthersCoverLeftOut)
               QStringList({u"127.0.0.1:8080"_s, u"10.1.2.3:8080"_s}));
     EXPECT_EQ(TextsOf(ListenAddressesOf(SettingsOn({u"2001:DB8::0:1"_s, u"2001:db8::1"_s}))),
               QStringList({u"[2001:db8::1]:8080"_s}));
+    // An address of one link counts with its interface, which has a name and a number.
+    EXPECT_EQ(TextsOf(ListenAddressesOf(SettingsOn(
+                  {u"FE80::0:1%lo"_s, u"fe80::1%"_s + QString::number(::if_nametoindex("lo")), u"fe80::1%gone"_s}))),
+              QStringList({u"[fe80::1%lo]:8080"_s, u"[fe80::1%gone]:8080"_s}));
+    EXPECT_NE(ListenAddress(u"fe80::1%gone"_s, 8080).Probe(), 0);
     EXPECT_EQ(TextsOf(ListenAddressesOf(SettingsOn({u"127.0.0.1"_s, u"0.0.0.0"_s}))), QStringList({u"0.0.0.0:8080"_s}));
     EXPECT_EQ(TextsOf(ListenAddressesOf(SettingsOn({u"127.0.0.1"_s, u"::"_s}))), QStringList({u"8080"_s}));
     for (const QString& host :
-         {u""_s, u"localhost"_s, u"1.2.3"_s, u"1.2.3.4:80"_s, u"[::1]"_s, u"::1\nUser root"_s, u"1.2.3.4\u0661"_s})
+         {u""_s, u"localhost"_s, u"1.2.3"_s, u"1.2.3.4:80"_s, u"[::1]"_s, u"::1\nUser root"_s, u"1.2.3.4\u0661"_s,
+          u"fe80::1%"_s, u"fe80::1%a%b"_s, u"fe80::1%a b"_s, u"fe80::1%a]:80"_s, u"fe80::1%é"_s, u"2001:db8::1%lo"_s,
+          u"127.0.0.1%lo"_s, u"fe80::1%0123456789abcdef"_s})
         EXPECT_EQ(CodeOf([&] { ListenAddressesOf(SettingsOn({host})); }), WBEM_E_INVALID_PARAMETER)
             << host.toStdString();
     for (const int port : {0, -1, 65536})
         EXPECT_EQ(CodeOf([&] { ListenAddress(u"127.0.0.1"_s, port); }), WBEM_E_INVALID_PARAMETER) << port;
-    const QList<ListenAddress> written{{u"::1"_s, 1}, {QString(), 2}};
+    const QList<ListenAddress> written{{u"::1"_s, 1}, {QString(), 2}, {u"fe80::1%lo"_s, 3}};
     EXPECT_EQ(FromLines(ToLines(written) + "broken\n::x 3\n"), written);
 }
 

@@ -1,4 +1,5 @@
 #include "foundation/registry_accessor.h"
+#include "provider/server_namespaces.h"
 #include "provider/web/service_operation.h"
 #include "web_fixture.h"
 
@@ -176,6 +177,41 @@ TEST_F(WebServiceTest, AKilledServiceIsStoppedAndStartsAgain)
     EXPECT_EQ(State(), kStopped);
     Call(u"StopService"_s);
     Call(u"StartService"_s);
+    EXPECT_EQ(State(), kRunning);
+}
+
+// What the list of the computer's addresses offers can be chosen, also the addresses of one link.
+TEST_F(WebServiceTest, ListensOnEveryAddressThatIsOffered)
+{
+    class Offered final : public RowSink
+    {
+    public:
+        void AddInstance(const InstanceRow& row) override
+        {
+            Variant value;
+            row.ToObject()->Get(u"IPAddress"_s, &value, nullptr);
+            if (const auto* list = std::get_if<QStringList>(&value))
+                addresses.append(*list);
+        }
+        void AddElement(const QString&, const InstanceRow&) override {}
+        QStringList addresses{u"127.0.0.1"_s};
+    } offered;
+    const auto standard = MakeStandardNamespace(ServedVersion());
+    CallContext context{standard->Classes(), offered, {}, {}};
+    standard->EnumerateInstances(u"Win32_NetworkAdapterConfiguration"_s, context);
+    Parameters network = Network(false, m_port);
+    network.last().second = offered.addresses;
+    Call(u"SetNetworkOptions"_s, network);
+    Call(u"StartService"_s);
+    for (const QString& address : std::as_const(offered.addresses)) {
+        QString host = address;
+        host.replace(u'%', "%25"_L1);
+        const Outcome outcome = Run(
+            u"curl"_s, {u"-s"_s, u"-o"_s, u"/dev/null"_s, u"-w"_s, u"%{http_code}"_s, u"--noproxy"_s, u"*"_s, u"-g"_s,
+                        (host.contains(u':') ? u"http://[%1]:%2/svn/"_s : u"http://%1:%2/svn/"_s)
+                            .arg(host, QString::number(m_port))});
+        EXPECT_EQ(outcome.output, u"401"_s) << address.toStdString();
+    }
     EXPECT_EQ(State(), kRunning);
 }
 

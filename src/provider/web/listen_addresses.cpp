@@ -8,9 +8,11 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <net/if.h>
 #include <netinet/in.h>
 #include <optional>
 #include <poll.h>
@@ -35,30 +37,73 @@ struct SocketAddress {
     socklen_t size = 0;
 };
 
+// An address in parts: "fe80::1%eth0" counts on the link of one interface only.
+struct HostParts {
+    QByteArray address;
+    QByteArray scope; // the interface's name or number; empty for all other addresses
+};
+
+std::optional<HostParts> Split(const QString& host)
+{
+    const bool isPlain =
+        std::all_of(host.cbegin(), host.cend(), [](QChar c) { return c > QChar(u' ') && c < QChar(u'\x7f'); });
+    const QByteArray text = host.toLatin1();
+    const qsizetype mark = text.indexOf('%');
+    if (!isPlain)
+        return std::nullopt;
+    if (mark < 0)
+        return HostParts{text, {}};
+    const QByteArray scope = text.mid(mark + 1);
+    const bool isName =
+        !scope.isEmpty() && scope.size() < IF_NAMESIZE &&
+        std::none_of(scope.cbegin(), scope.cend(), [](char c) { return QByteArrayView("%/[]\"'\\").contains(c); });
+    return isName ? std::optional(HostParts{text.first(mark), scope}) : std::nullopt;
+}
+
+// The interface's number; 0 when there is none now.
+unsigned InterfaceOf(const QByteArray& scope)
+{
+    const unsigned number = ::if_nametoindex(scope.constData());
+    return number != 0 ? number : scope.toUInt();
+}
+
 std::optional<SocketAddress> ToSocketAddress(const QString& host, int port)
 {
-    const QByteArray text = host.toLatin1();
+    const std::optional<HostParts> parts = Split(host);
     const in_port_t wirePort = htons(static_cast<std::uint16_t>(port));
     SocketAddress address;
     sockaddr_in ipv4{};
     sockaddr_in6 ipv6{};
-    if (QString::fromLatin1(text) != host || text.contains('\0'))
+    if (!parts)
         return std::nullopt;
-    if (::inet_pton(AF_INET, text.constData(), &ipv4.sin_addr) == 1) {
+    const char* text = parts->address.constData();
+    if (parts->scope.isEmpty() && ::inet_pton(AF_INET, text, &ipv4.sin_addr) == 1) {
         ipv4.sin_family = AF_INET;
         ipv4.sin_port = wirePort;
         address.size = sizeof ipv4;
         std::memcpy(&address.storage, &ipv4, sizeof ipv4);
         return address;
     }
-    if (::inet_pton(AF_INET6, text.constData(), &ipv6.sin6_addr) == 1) {
+    if (::inet_pton(AF_INET6, text, &ipv6.sin6_addr) == 1 &&
+        (parts->scope.isEmpty() || IN6_IS_ADDR_LINKLOCAL(&ipv6.sin6_addr))) {
         ipv6.sin6_family = AF_INET6;
         ipv6.sin6_port = wirePort;
+        ipv6.sin6_scope_id = InterfaceOf(parts->scope);
         address.size = sizeof ipv6;
         std::memcpy(&address.storage, &ipv6, sizeof ipv6);
         return address;
     }
     return std::nullopt;
+}
+
+// The interface as it is named now, however it was given.
+QString ScopeOf(const QString& host)
+{
+    const QByteArray scope = Split(host).value_or(HostParts{}).scope;
+    std::array<char, IF_NAMESIZE> name{};
+    if (scope.isEmpty())
+        return {};
+    return u'%' + QString::fromLatin1(::if_indextoname(InterfaceOf(scope), name.data()) ? name.data() : scope);
 }
 
 // One writing for each address, so that equal ones are seen to be.
@@ -112,7 +157,7 @@ ListenAddress::ListenAddress(const QString& host, int port)
     const std::optional<SocketAddress> address = ToSocketAddress(host, port);
     if (!address)
         throw ProviderError(WBEM_E_INVALID_PARAMETER, webtexts::kInvalidAddress.arg(RepositoryNames::Show(host)));
-    m_host = Canonical(*address);
+    m_host = Canonical(*address) + ScopeOf(host);
 }
 
 QString ListenAddress::Text() const

@@ -16,8 +16,9 @@ namespace quenvolta
 class ListenAddress
 {
 public:
-    /// An IPv4 or IPv6 address in its usual writing; an empty host is every address of the computer. ProviderError
-    /// (WBEM_E_INVALID_PARAMETER) for anything else, and for a port outside 1 to 65535.
+    /// An IPv4 or IPv6 address in its usual writing, a link-local one with its interface ("fe80::1%eth0"); an empty
+    /// host is every address of the computer. ProviderError (WBEM_E_INVALID_PARAMETER) for anything else, and for a
+    /// port outside 1 to 65535.
     ListenAddress(const QString& host, int port);
 
     /// One of the loopback that nobody uses at the moment.
@@ -26,7 +27,7 @@ public:
     bool IsEvery() const { return m_host.isEmpty(); }
     const QString& Host() const { return m_host; }
     int Port() const { return m_port; }
-    /// Such as "127.0.0.1:8080", "[::1]:8080", or "8080" for every address.
+    /// Such as "127.0.0.1:8080", "[::1]:8080", "[fe80::1%eth0]:8080", or "8080" for every address.
     QString Text() const;
 
     /// Whether it could be listened on now. Returns 0 or the system's error number.
