@@ -19,9 +19,11 @@ constexpr qsizetype kMaxNameBytes = 255;
 // The hash looks no further: whatever follows would be accepted at sign-in.
 constexpr qsizetype kMaxPasswordBytes = 72;
 
+// A byte order mark is lost where a name is read back from UTF-8.
 bool IsControl(QChar c)
 {
-    return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator ||
+           c == QChar::ByteOrderMark;
 }
 
 bool IsLonger(QStringView text, qsizetype bytes)

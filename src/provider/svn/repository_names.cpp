@@ -25,9 +25,11 @@ struct Rule {
     QStringView reason;
 };
 
+// A byte order mark is lost where a name is read back from UTF-8.
 bool IsControl(QChar c)
 {
-    return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator ||
+           c == QChar::ByteOrderMark;
 }
 
 bool HasControl(QStringView text)
