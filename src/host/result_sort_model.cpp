@@ -1,13 +1,14 @@
 #include "host/result_sort_model.h"
 
+#include "platform/natural_collator.h"
+
 namespace quenvolta
 {
 
 ResultSortModel::ResultSortModel(QObject* parent)
     : QSortFilterProxyModel(parent)
+    , m_collator(NaturalCollator())
 {
-    m_collator.setNumericMode(true);
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
     setFilterCaseSensitivity(Qt::CaseInsensitive);
     setFilterKeyColumn(-1);
 }

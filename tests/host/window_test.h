@@ -8,6 +8,7 @@
 #include "support/memory_preferences.h"
 #include "support/qt_printers.h"
 #include "support/recorded_messages.h"
+#include "support/recorded_shell.h"
 #include "support/stand_in_server.h"
 
 #include <QTemporaryDir>
@@ -31,9 +32,9 @@ protected:
 
     std::unique_ptr<IComponentData> CreateSnapIn()
     {
-        return std::make_unique<CMMCStandaloneData>(SnapInServices{server.LocatorFactory(), preferences, messages},
-                                                    QStringList());
+        return std::make_unique<CMMCStandaloneData>(Services(), QStringList());
     }
+    SnapInServices Services() { return {server.LocatorFactory(), preferences, messages, shell, *dialogs}; }
 
     /// Opens the window and loads the snap-in; the tree has the focus.
     void Open()
@@ -108,6 +109,8 @@ protected:
     StandInServer server;
     MemoryPreferences preferences;
     RecordedMessages messages;
+    RecordedShell shell;
+    const DialogTable* dialogs = &DialogTable::BuiltIn();
     CMMCExtensionAbout about;
     QTemporaryDir folder;
     ViewState state{folder.filePath(QStringLiteral("console.ini"))};

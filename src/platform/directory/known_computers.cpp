@@ -1,8 +1,8 @@
 #include "platform/directory/known_computers.h"
 
 #include "platform/channel/computer_name.h"
+#include "platform/natural_collator.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -123,8 +123,7 @@ QStringList KnownSshHosts(const QString& sshFolder)
     ReadConfig(sshFolder, sshFolder + "/config"_L1, 0, hosts);
     for (const QString& host : HostsOfKnownHosts(ReadFile(sshFolder + "/known_hosts"_L1)))
         AddHost(hosts, host);
-    QCollator collator;
-    collator.setNumericMode(true);
+    const QCollator collator = NaturalCollator();
     std::ranges::sort(hosts, [&](const QString& a, const QString& b) { return collator.compare(a, b) < 0; });
     return hosts;
 }
