@@ -32,6 +32,7 @@
 namespace quenvolta
 {
 
+class CComputerDirectory;
 class CServerProxy;
 class IcAsyncCallMonitor;
 struct StartedActivity;
@@ -149,6 +150,8 @@ public:
     ServiceExitState GetHttpServiceExitState();
     ServiceStatus GetQdfsServiceState();
     ServiceExitState GetQdfsServiceExitState();
+    /// Opens the search for accounts and computers that the managed computer knows.
+    std::unique_ptr<CComputerDirectory> OpenComputerDirectory();
     /// The addresses of the computer's network adapters, as the standard namespace lists them.
     QStringList GetServerIpAddresses();
     void StartHttpService();

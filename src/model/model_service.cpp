@@ -39,6 +39,11 @@ ServiceExitState CModel::GetQdfsServiceExitState()
     return GetProxy().GetQdfsServiceExitState();
 }
 
+std::unique_ptr<CComputerDirectory> CModel::OpenComputerDirectory()
+{
+    return GetProxy().OpenComputerDirectory();
+}
+
 QStringList CModel::GetServerIpAddresses()
 {
     return GetProxy().GetServerIpAddresses();

@@ -105,10 +105,19 @@ ServiceExitState CServerProxy::GetQdfsServiceExitState()
     return ReadExitState(GetQdfsService());
 }
 
+WMIConnection CServerProxy::OpenStandardNamespace() const
+{
+    return WMIConnection::Connect(m_locatorFactory, m_rootPath + "\\CIMV2"_L1, RPC_C_IMP_LEVEL_IMPERSONATE);
+}
+
+std::unique_ptr<CComputerDirectory> CServerProxy::OpenComputerDirectory() const
+{
+    return std::make_unique<CComputerDirectory>(OpenStandardNamespace());
+}
+
 QStringList CServerProxy::GetServerIpAddresses()
 {
-    WMIConnection connection =
-        WMIConnection::Connect(m_locatorFactory, m_rootPath + "\\CIMV2"_L1, RPC_C_IMP_LEVEL_IMPERSONATE);
+    WMIConnection connection = OpenStandardNamespace();
     WMIEnumerator adapters = connection.EnumerateInstances(u"Win32_NetworkAdapterConfiguration"_s);
     QStringList addresses;
     for (WMIObject adapter; adapters.Next(&adapter);) {

@@ -5,6 +5,7 @@
 #include "model/certificate_info.h"
 #include "model/certificate_subject_info.h"
 #include "model/class_caches.h"
+#include "model/computer_directory.h"
 #include "model/group_member.h"
 #include "model/hook_info.h"
 #include "model/permission_entry.h"
@@ -26,6 +27,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 namespace quenvolta
@@ -102,6 +104,7 @@ public:
     ServiceStatus GetQdfsServiceState();
     ServiceExitState GetQdfsServiceExitState();
     QStringList GetServerIpAddresses();
+    std::unique_ptr<CComputerDirectory> OpenComputerDirectory() const;
     void StartHttpService();
     void StopHttpService();
     void RestartHttpService();
@@ -129,6 +132,8 @@ public:
     std::uint32_t ValidateCertificate(const QString& base64Certificate);
 
 private:
+    /// A connection to the computer's standard namespace.
+    WMIConnection OpenStandardNamespace() const;
     WMIObject GetVersionObject();
     WMIObject GetService();
     WMIObject GetQdfsService();

@@ -19,6 +19,7 @@
 #include "provider/provider_error.h"
 #include "provider/roles/role_methods.h"
 #include "provider/server_settings_reader.h"
+#include "provider/standard/directory_class.h"
 #include "provider/standard/network_adapter_class.h"
 #include "provider/standard/system_account_class.h"
 #include "provider/svn/repository_store.h"
@@ -61,6 +62,8 @@ std::unique_ptr<ManagementNamespace> MakeStandardNamespace(const ServedVersion& 
     standard->Add(u"Win32_NetworkAdapterConfiguration"_s, std::make_shared<NetworkAdapterClass>());
     standard->Add(u"Win32_UserAccount"_s, std::make_shared<SystemAccountClass>(std::make_unique<UserDatabase>()));
     standard->Add(u"Win32_Group"_s, std::make_shared<SystemAccountClass>(std::make_unique<GroupDatabase>()));
+    standard->Add(u"Quenvolta_Directory"_s, std::make_shared<DirectoryClass>(std::make_unique<UserDatabase>(),
+                                                                             std::make_unique<GroupDatabase>()));
     return standard;
 }
 

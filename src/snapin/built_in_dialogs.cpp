@@ -2,6 +2,7 @@
 #include "accounts/group_dlg.h"
 #include "accounts/set_password_dlg.h"
 #include "snapin/dialogs.h"
+#include "snapin/permission_sheets.h"
 #include "snapin/run_services.h"
 #include "snapin/select_computer_dlg.h"
 
@@ -30,6 +31,8 @@ DialogTable MakeTable()
     table.Add(Kind::SetPassword, [](const Request& r) { return Run(CSetPasswordDlg(r.parent, r.model, r.account)); });
     table.Add(Kind::CreateGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model)); });
     table.Add(Kind::EditGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model, r.account)); });
+    table.Add(Kind::GlobalPermissions, &ShowGlobalPermissions);
+    table.Add(Kind::RepositoryProperties, &ShowRepositoryProperties);
     return table;
 }
 

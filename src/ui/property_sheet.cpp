@@ -3,7 +3,11 @@
 #include "ui/base_property_page.h"
 #include "ui_property_sheet.h"
 
+#include <QLayout>
 #include <QPushButton>
+#include <QShowEvent>
+
+#include <algorithm>
 
 namespace quenvolta
 {
@@ -47,9 +51,27 @@ void CPropertySheet::accept()
 
 void CPropertySheet::showEvent(QShowEvent* event)
 {
+    if (!event->spontaneous())
+        FitPages();
     CBaseDialog::showEvent(event);
     // From the event loop: a failure's message box belongs to the sheet, which must be there first.
     QMetaObject::invokeMethod(this, &CPropertySheet::CreateShownPage, Qt::QueuedConnection);
+}
+
+// Tabs don't ask how high their pages' wrapped texts become.
+void CPropertySheet::FitPages()
+{
+    ensurePolished();
+    adjustSize();
+    layout()->activate();
+    int missing = 0;
+    for (int i = 0; i < m_ui->tabs->count(); ++i) {
+        const QLayout* rows = PageAt(i)->layout();
+        const QSize given = m_ui->tabs->currentWidget()->size();
+        if (rows != nullptr && rows->hasHeightForWidth())
+            missing = std::max(missing, rows->minimumHeightForWidth(given.width()) - given.height());
+    }
+    resize(width(), height() + missing);
 }
 
 CBasePropertyPageImpl* CPropertySheet::PageAt(int index) const
@@ -62,6 +84,7 @@ void CPropertySheet::CreateShownPage()
     CBasePropertyPageImpl* page = PageAt(m_ui->tabs->currentIndex());
     if (page == nullptr || m_created.contains(page))
         return;
+    page->setEnabled(true); // else it could give nothing the focus
     page->setEnabled(Run([page] { page->OnCreatePage(); }));
     if (page->isEnabled())
         m_created.insert(page);

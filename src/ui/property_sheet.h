@@ -40,6 +40,7 @@ protected:
 
 private:
     CBasePropertyPageImpl* PageAt(int index) const;
+    void FitPages();
     void CreateShownPage();
     bool ApplyPages();
     void UpdateApplyButton();

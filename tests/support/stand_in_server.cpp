@@ -134,7 +134,9 @@ std::optional<Failure> StandInServer::TakeFailure(Operation operation, const QSt
 
 void StandInServer::Handle(const QString& className, const QString& method, MethodHandler handler)
 {
-    const ClassDefinitionPtr definition = ClassTable(u"Quenvolta"_s, {99, 0}).Find(className);
+    ClassDefinitionPtr definition = ClassTable(u"Quenvolta"_s, {99, 0}).Find(className);
+    if (!definition)
+        definition = m_standardTable.Find(className);
     ASSERT_TRUE(definition && definition->FindMethod(method)) << className.toStdString() << method.toStdString();
     m_handlers.insert(className + u'.' + method, std::move(handler));
 }

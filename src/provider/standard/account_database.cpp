@@ -17,10 +17,6 @@ namespace quenvolta
 namespace
 {
 
-constexpr std::uint64_t kUnixAuthority = 22;
-constexpr std::uint32_t kUserKind = 1;
-constexpr std::uint32_t kGroupKind = 2;
-
 constexpr std::size_t kFirstBuffer = 4096;
 // The line of a very large group; what is longer is a fault.
 constexpr std::size_t kLargestBuffer = std::size_t{64} * 1024 * 1024;
@@ -29,13 +25,13 @@ DatabaseAccount ToAccount(const passwd& entry)
 {
     // The first of the fields that the comment holds.
     const QString comment = QString::fromLocal8Bit(entry.pw_gecos);
-    return {QString::fromLocal8Bit(entry.pw_name), SidToString({kUnixAuthority, {kUserKind, entry.pw_uid}}),
+    return {QString::fromLocal8Bit(entry.pw_name), SidToString({kUnixAuthority, {kUnixUserKind, entry.pw_uid}}),
             comment.section(u',', 0, 0).trimmed()};
 }
 
 DatabaseAccount ToAccount(const group& entry)
 {
-    return {QString::fromLocal8Bit(entry.gr_name), SidToString({kUnixAuthority, {kGroupKind, entry.gr_gid}}),
+    return {QString::fromLocal8Bit(entry.gr_name), SidToString({kUnixAuthority, {kUnixGroupKind, entry.gr_gid}}),
             QString()};
 }
 
@@ -84,6 +80,15 @@ std::optional<DatabaseAccount> FindEntry(const QString& name, const Read& byName
     });
 }
 
+template <typename Entry, typename Read>
+std::optional<DatabaseAccount> FindNumbered(std::uint32_t number, const Read& byNumber)
+{
+    std::vector<char> buffer(kFirstBuffer);
+    return ReadEntry<Entry>(buffer, [&](Entry* entry, char* memory, std::size_t size, Entry** found) {
+        return byNumber(number, entry, memory, size, found);
+    });
+}
+
 } // namespace
 
 void UserDatabase::Visit(const Visitor& visitor) const
@@ -98,6 +103,11 @@ std::optional<DatabaseAccount> UserDatabase::Find(const QString& name) const
     return FindEntry<passwd>(name, ::getpwnam_r);
 }
 
+std::optional<DatabaseAccount> UserDatabase::FindNumber(std::uint32_t number) const
+{
+    return FindNumbered<passwd>(number, ::getpwuid_r);
+}
+
 void GroupDatabase::Visit(const Visitor& visitor) const
 {
     ::setgrent();
@@ -108,6 +118,11 @@ void GroupDatabase::Visit(const Visitor& visitor) const
 std::optional<DatabaseAccount> GroupDatabase::Find(const QString& name) const
 {
     return FindEntry<group>(name, ::getgrnam_r);
+}
+
+std::optional<DatabaseAccount> GroupDatabase::FindNumber(std::uint32_t number) const
+{
+    return FindNumbered<group>(number, ::getgrgid_r);
 }
 
 } // namespace quenvolta

@@ -9,6 +9,11 @@
 namespace quenvolta
 {
 
+/// Identifiers are S-1-22-<kind>-<number>.
+inline constexpr std::uint64_t kUnixAuthority = 22;
+inline constexpr std::uint32_t kUnixUserKind = 1;
+inline constexpr std::uint32_t kUnixGroupKind = 2;
+
 /// One account of the server's system.
 struct DatabaseAccount {
     QString name;
@@ -29,6 +34,8 @@ public:
     /// Hands over each account as soon as it was read; whatever the visitor throws ends it.
     virtual void Visit(const Visitor& visitor) const = 0;
     virtual std::optional<DatabaseAccount> Find(const QString& name) const = 0;
+    /// By the number that the identifier stands for.
+    virtual std::optional<DatabaseAccount> FindNumber(std::uint32_t number) const = 0;
 };
 
 /// Users are S-1-22-1-<number>.
@@ -37,6 +44,7 @@ class UserDatabase final : public AccountDatabase
 public:
     void Visit(const Visitor& visitor) const override;
     std::optional<DatabaseAccount> Find(const QString& name) const override;
+    std::optional<DatabaseAccount> FindNumber(std::uint32_t number) const override;
 };
 
 /// Groups are S-1-22-2-<number>.
@@ -45,6 +53,7 @@ class GroupDatabase final : public AccountDatabase
 public:
     void Visit(const Visitor& visitor) const override;
     std::optional<DatabaseAccount> Find(const QString& name) const override;
+    std::optional<DatabaseAccount> FindNumber(std::uint32_t number) const override;
 };
 
 } // namespace quenvolta

@@ -1,0 +1,42 @@
+#include "snapin/permission_sheets.h"
+
+#include "accounts/model_security_page_host.h"
+#include "accounts/security_page.h"
+#include "model/repository_info.h"
+#include "snapin/dialogs.h"
+#include "ui/property_sheet.h"
+#include "ui/string_table.h"
+
+namespace quenvolta
+{
+
+namespace
+{
+
+std::unique_ptr<CSecurityPage> SecurityPageOf(const DialogRequest& request, const TreePosition& position)
+{
+    // A slave's permissions come from its master.
+    const bool slave = request.repository != nullptr && request.repository->type == kRepositoryTypeQdfsSlave;
+    return std::make_unique<CSecurityPage>(std::make_unique<CModelSecurityPageHost>(request.model, position),
+                                           slave ? CSecurityPage::Mode::ReadOnly : CSecurityPage::Mode::Editable);
+}
+
+} // namespace
+
+bool ShowGlobalPermissions(const DialogRequest& request)
+{
+    CPropertySheet sheet(request.parent, LoadString(StringId::kPropertiesFor, QString(), QString()));
+    sheet.AddPage(SecurityPageOf(request, {}));
+    return sheet.exec() == QDialog::Accepted;
+}
+
+bool ShowRepositoryProperties(const DialogRequest& request)
+{
+    const TreePosition& position = request.position;
+    CPropertySheet sheet(request.parent, LoadString(StringId::kPropertiesFor, position.repositoryName, position.path));
+    sheet.AddPage(SecurityPageOf(request, position));
+    sheet.SetActivePage(request.page);
+    return sheet.exec() == QDialog::Accepted;
+}
+
+} // namespace quenvolta
