@@ -16,14 +16,20 @@ namespace
 
 // A value that must be of exactly one type; its failures have no context.
 template <typename Value>
-Value Exactly(Variant&& value)
+const Value& Exactly(const Variant& value)
 {
     if (IsNullVariant(value))
         throw ComException(WBEM_E_NOT_FOUND);
-    Value* held = std::get_if<Value>(&value);
+    const Value* held = std::get_if<Value>(&value);
     if (!held)
         throw ComException(WBEM_E_TYPE_MISMATCH);
-    return std::move(*held);
+    return *held;
+}
+
+void RequirePresent(const Variant& value, const QString& name)
+{
+    if (IsNullVariant(value))
+        throw ComException(WBEM_E_NOT_FOUND, nullptr, u"Cannot get property '%s'", name);
 }
 
 } // namespace
@@ -42,12 +48,12 @@ Variant WMIObject::Get(const QString& name) const
     return value;
 }
 
-Variant WMIObject::GetPresent(const QString& name) const
+// Lists have a hundred thousand values: they are not copied to be looked at.
+template <typename Use>
+auto WMIObject::WithValue(const QString& name, const Use& use) const
 {
-    Variant value = Get(name);
-    if (IsNullVariant(value))
-        throw ComException(WBEM_E_NOT_FOUND, nullptr, u"Cannot get property '%s'", name);
-    return value;
+    const Variant* const held = m_handle ? m_handle->Find(name) : nullptr;
+    return held ? use(*held) : use(Get(name));
 }
 
 void WMIObject::Put(const QString& name, const Variant& value)
@@ -59,26 +65,32 @@ void WMIObject::Put(const QString& name, const Variant& value)
 
 bool WMIObject::IsNull(const QString& name) const
 {
-    return IsNullVariant(Get(name));
+    return WithValue(name, IsNullVariant);
 }
 
 QString WMIObject::GetString(const QString& name) const
 {
-    return Exactly<QString>(Get(name));
+    return WithValue(name, [](const Variant& value) { return Exactly<QString>(value); });
 }
 
 bool WMIObject::GetBool(const QString& name) const
 {
-    bool converted = false;
-    CheckResult(ToBool(GetPresent(name), &converted));
-    return converted;
+    return WithValue(name, [&](const Variant& value) {
+        RequirePresent(value, name);
+        bool converted = false;
+        CheckResult(ToBool(value, &converted));
+        return converted;
+    });
 }
 
 std::uint32_t WMIObject::GetUInt32(const QString& name) const
 {
-    std::uint32_t converted = 0;
-    CheckResult(ToUInt32(GetPresent(name), &converted));
-    return converted;
+    return WithValue(name, [&](const Variant& value) {
+        RequirePresent(value, name);
+        std::uint32_t converted = 0;
+        CheckResult(ToUInt32(value, &converted));
+        return converted;
+    });
 }
 
 std::optional<std::int32_t> WMIObject::GetOptionalInt32(const QString& name) const
@@ -102,17 +114,15 @@ WMIObject WMIObject::GetObject(const QString& name) const
 
 QStringList WMIObject::GetStringArray(const QString& name) const
 {
-    return Exactly<QStringList>(Get(name));
+    return WithValue(name, [](const Variant& value) { return Exactly<QStringList>(value); });
 }
 
 QList<WMIObject> WMIObject::GetObjectArray(const QString& name) const
 {
-    QList<WbemObjectPtr> handles = Exactly<QList<WbemObjectPtr>>(Get(name));
-    QList<WMIObject> objects;
-    objects.reserve(handles.size());
-    for (WbemObjectPtr& handle : handles)
-        objects.emplaceBack(std::move(handle));
-    return objects;
+    return WithValue(name, [](const Variant& value) {
+        const auto& handles = Exactly<QList<WbemObjectPtr>>(value);
+        return QList<WMIObject>(handles.cbegin(), handles.cend());
+    });
 }
 
 FileTime WMIObject::GetDateTime(const QString& name) const

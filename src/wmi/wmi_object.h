@@ -51,8 +51,9 @@ public:
     QString GetClassName() const;
 
 private:
+    template <typename Use>
+    auto WithValue(const QString& name, const Use& use) const;
     Variant Get(const QString& name) const;
-    Variant GetPresent(const QString& name) const;
     void Put(const QString& name, const Variant& value);
 
     WbemObjectPtr m_handle;

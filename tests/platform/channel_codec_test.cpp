@@ -66,10 +66,9 @@ QList<Message> EveryMessage()
     return {HelloMessage{kProtocolVersion, {{u"product"_s, u"Quenvolta Server"_s}, {u"version"_s, u"3.3.1"_s}}},
             CallMessage{1, id, Operation::ExecMethod, u"Quenvolta"_s, u"Quenvolta_Repository.Name=\"a\""_s,
                         u"GetChildren"_s, object, context},
-            RowsMessage{70000,
-                        u"Children"_s,
-                        EveryTypeShape(),
-                        {EveryTypeValues(), QList<Variant>(EveryTypeShape()->properties.size())}},
+            RowsMessage{70000, u"Children"_s, EveryTypeShape(),
+                        EveryTypeValues() + QList<Variant>(EveryTypeShape()->properties.size()) + EveryTypeValues() +
+                            EveryTypeValues()},
             ResultMessage{2, S_OK, definition, {}},
             ResultMessage{3, WBEM_E_FAILED, nullptr, WbemObjectPtr(error)},
             ResultMessage{4, WBEM_E_NOT_FOUND, nullptr, u"No such thing"_s},
@@ -148,6 +147,9 @@ TEST(ChannelCodec, WhatIsNoMessageIsRefusedInWords)
         {"850201f684614180f48183616103f481811a80000000", ChannelText::OutOfRange},
         {"850201f684614180f48183616113f4818120", ChannelText::OutOfRange},
         {"850201f684614180f48183616103f48180", ChannelText::WrongLength},
+        {"850201f684614180f48183616103f48181f7", ChannelText::WrongType}, // as in the row before the first
+        {"850201f684614180f4808180", ChannelText::WrongLength},           // rows of nothing
+        {"85030100830084614180f48183616103f481f7f6", ChannelText::WrongType},
         {"850301008207f6f6", ChannelText::UnknownKind},
     };
     for (const Bad& bad : kBad) {
@@ -172,14 +174,14 @@ TEST(ChannelCodec, WhatCannotTravelIsNotEncoded)
     const auto withValue = [&](int index, const Variant& value) {
         QList<Variant> values(shape->properties.size());
         values[index] = value;
-        return Encode(RowsMessage{1, std::nullopt, shape, {values}});
+        return Encode(RowsMessage{1, std::nullopt, shape, values});
     };
     EXPECT_FALSE(withValue(1, std::int32_t{1}).isEmpty());
     EXPECT_TRUE(withValue(1, std::uint32_t{1}).isEmpty());
     EXPECT_TRUE(withValue(3, u"true"_s).isEmpty());
     EXPECT_TRUE(withValue(7, QList<WbemObjectPtr>{nullptr}).isEmpty());
     EXPECT_TRUE(withValue(0, QString(QChar(0xDC00))).isEmpty());
-    EXPECT_TRUE(Encode(RowsMessage{1, std::nullopt, shape, {{u"too short"_s}}}).isEmpty());
+    EXPECT_TRUE(Encode(RowsMessage{1, std::nullopt, shape, {u"too short"_s}}).isEmpty());
     EXPECT_TRUE(Encode(ResultMessage{1, E_FAIL, nullptr, QString(kMaxFrameSize, u'x')}).isEmpty());
 
     // Objects inside objects: as many as the bound of nesting allows, at both ends.
@@ -193,6 +195,31 @@ TEST(ChannelCodec, WhatCannotTravelIsNotEncoded)
         frame = Encode(ResultMessage{1, S_OK, object, {}});
     }
     EXPECT_EQ(depth, 31); // which would need 65 levels
+}
+
+TEST(ChannelCodec, TextsThatRowsShareTravelOnceAndStaySharedAtTheOtherEnd)
+{
+    auto shape = std::make_shared<ClassDefinition>();
+    shape->properties = {{u"Folder"_s, CimType::String, false}, {u"Name"_s, CimType::String, false}};
+    const QString folder(1000, u'f');
+    QList<Variant> values;
+    for (int i = 0; i < 50; ++i)
+        values += {i == 25 ? Variant() : Variant(folder), QString::number(i)};
+    const QByteArray frame = Encode(RowsMessage{1, std::nullopt, shape, values});
+    EXPECT_LT(frame.size(), 3000); // before the null and behind it
+    const auto decoded = Decode(Body(frame));
+    const auto& rows = std::get<RowsMessage>(std::get<Message>(decoded));
+    EXPECT_EQ(rows.values, values);
+    EXPECT_EQ(std::get<QString>(rows.values[0]).constData(), std::get<QString>(rows.values[48]).constData());
+
+    // Objects of a list are changed each for itself.
+    WbemObject first(rows.shape, rows.values, 0);
+    const WbemObject second(rows.shape, rows.values, 2);
+    EXPECT_EQ(first.Put(u"Name"_s, u"changed"_s), S_OK);
+    EXPECT_EQ(*first.Find(u"name"_s), Variant(u"changed"_s));
+    EXPECT_EQ(*first.Find(u"Folder"_s), Variant(folder));
+    EXPECT_EQ(*second.Find(u"Name"_s), Variant(u"1"_s));
+    EXPECT_EQ(second.Find(u"__CLASS"_s), nullptr);
 }
 
 TEST(ChannelCodec, LongListsAreCutIntoMessagesOfAFairSize)
@@ -226,11 +253,11 @@ TEST(ChannelCodec, LongListsAreCutIntoMessagesOfAFairSize)
         ASSERT_TRUE(std::holds_alternative<Message>(decoded));
         const auto& rows = std::get<RowsMessage>(std::get<Message>(decoded));
         EXPECT_EQ(rows.parameter, u"Children"_s);
-        EXPECT_LE(rows.rows.size(), kRowsPerBatch);
+        EXPECT_LE(rows.Rows(), kRowsPerBatch);
         EXPECT_EQ(shared ? shared : rows.shape, rows.shape);
         shared = rows.shape;
-        for (const QList<Variant>& row : rows.rows)
-            received.append(std::get<QString>(row.first()));
+        for (const Variant& text : rows.values)
+            received.append(std::get<QString>(text));
     }
     EXPECT_EQ(frames.size(), 4);
     EXPECT_EQ(received, sent);

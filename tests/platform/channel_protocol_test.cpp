@@ -76,6 +76,8 @@ QList<std::pair<QString, Message>> Examples()
     const WbemObjectPtr part = Instance(u"Part"_s, {}, {});
     const QList<Variant> values{u"/\u00E4"_s, std::uint32_t{300},  std::int32_t{-2},          true, Variant{},
                                 part,         QStringList{u"n"_s}, QList<WbemObjectPtr>{part}};
+    QList<Variant> next = values; // which are all as before but one
+    next[0] = u"/b"_s;
     auto definition = std::make_shared<ClassDefinition>();
     definition->name = u"Tool"_s;
     definition->singleton = true;
@@ -83,7 +85,7 @@ QList<std::pair<QString, Message>> Examples()
     return {{u"Hello"_s, HelloMessage{kProtocolVersion, {{u"version"_s, u"3.3.1"_s}}}},
             {u"Call"_s, CallMessage{1, QUuid(u"{00112233-4455-6677-8899-aabbccddeeff}"_s), Operation::ExecMethod,
                                     u"Quenvolta"_s, u"Tool=@"_s, u"Run"_s, input, context}},
-            {u"Rows"_s, RowsMessage{1, u"Children"_s, row, {values}}},
+            {u"Rows"_s, RowsMessage{1, u"Children"_s, row, values + next}},
             {u"Result"_s, ResultMessage{2, S_OK, std::make_shared<WbemClassDefinitionObject>(definition), {}}},
             {u"Failed result"_s, ResultMessage{3, WBEM_E_NOT_FOUND, nullptr, u"gone"_s}},
             {u"Stop"_s, StopMessage{70000}}};

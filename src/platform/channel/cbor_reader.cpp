@@ -2,8 +2,17 @@
 
 #include "platform/channel/protocol.h"
 
+#include <QVarLengthArray>
+
 namespace quenvolta
 {
+
+namespace
+{
+
+constexpr qsizetype kUsualTextSize = 256;
+
+} // namespace
 
 CborReader::CborReader(QByteArrayView item)
     : m_item(item)
@@ -51,6 +60,14 @@ bool CborReader::TakeNull()
     return true;
 }
 
+bool CborReader::TakeUndefined()
+{
+    if (!Ok() || !m_reader.isUndefined() || !Expect(true))
+        return false;
+    Advance();
+    return true;
+}
+
 bool CborReader::TakeBool()
 {
     if (!Expect(m_reader.isBool()))
@@ -86,16 +103,21 @@ QString CborReader::TakeText()
         Fail(ChannelText::IndefiniteLength);
         return {};
     }
-    if (m_reader.length() > static_cast<quint64>(Rest().size())) {
+    const quint64 length = m_reader.length();
+    if (length > static_cast<quint64>(Rest().size())) {
         Fail(ChannelText::LengthBeyondFrame);
         return {};
     }
-    const QCborStreamReader::StringResult<QString> text = m_reader.readString();
-    if (text.status != QCborStreamReader::Ok || m_reader.readString().status != QCborStreamReader::EndOfString) {
+    // The reader's own texts cost three allocations each.
+    QVarLengthArray<char, kUsualTextSize> bytes(static_cast<qsizetype>(length));
+    const QCborStreamReader::StringResult<qsizetype> chunk = m_reader.readStringChunk(bytes.data(), bytes.size());
+    if (chunk.status != QCborStreamReader::Ok || chunk.data != bytes.size() ||
+        m_reader.readStringChunk(bytes.data(), 0).status != QCborStreamReader::EndOfString ||
+        !QByteArrayView(bytes).isValidUtf8()) {
         Fail(ChannelText::Malformed);
         return {};
     }
-    return text.data;
+    return QString::fromUtf8(QByteArrayView(bytes));
 }
 
 QByteArray CborReader::TakeBytes(qsizetype length)
@@ -147,6 +169,13 @@ void CborReader::EnterArrayOf(qsizetype length)
 {
     if (EnterArray() != length)
         Fail(ChannelText::WrongLength);
+}
+
+qsizetype CborReader::EnterArrayOfArrays(qsizetype length)
+{
+    if (length < 1)
+        Fail(ChannelText::WrongLength);
+    return Enter(m_reader.isArray(), 1 + length);
 }
 
 qsizetype CborReader::EnterMap(qsizetype most)

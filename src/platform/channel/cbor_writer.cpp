@@ -2,9 +2,8 @@
 
 #include "platform/channel/protocol.h"
 
+#include <QStringEncoder>
 #include <QtEndian>
-
-#include <algorithm>
 
 namespace quenvolta
 {
@@ -24,11 +23,6 @@ void AppendBigEndian(QByteArray* data, Number number)
 {
     const Number swapped = qToBigEndian(number);
     data->append(reinterpret_cast<const char*>(&swapped), sizeof swapped);
-}
-
-bool IsAscii(QStringView text)
-{
-    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
 } // namespace
@@ -79,18 +73,22 @@ void CborWriter::Text(QStringView text)
     Count();
     if (text.size() > kMaxFrameSize) {
         m_ok = false;
-    } else if (IsAscii(text)) {
-        Head(kTextString, static_cast<std::uint64_t>(text.size()));
-        const qsizetype start = m_data.size();
-        m_data.resize(start + text.size());
-        std::transform(text.cbegin(), text.cend(), m_data.begin() + start,
-                       [](QChar c) { return static_cast<char>(c.unicode()); });
-    } else if (text.isValidUtf16()) {
-        const QByteArray utf8 = text.toUtf8();
-        Head(kTextString, static_cast<std::uint64_t>(utf8.size()));
+        return;
+    }
+    // Nearly all texts are ASCII: the head for such a one is written first, and replaced where it was wrong.
+    const qsizetype start = m_data.size();
+    Head(kTextString, static_cast<std::uint64_t>(text.size()));
+    const qsizetype body = m_data.size();
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+    m_data.resize(body + encoder.requiredSpace(text.size()));
+    const char* const end = encoder.appendToBuffer(m_data.data() + body, text);
+    m_data.truncate(end - m_data.constData());
+    if (const qsizetype size = m_data.size() - body; size != text.size()) {
+        m_ok = m_ok && text.isValidUtf16();
+        const QByteArray utf8 = m_data.sliced(body);
+        m_data.truncate(start);
+        Head(kTextString, static_cast<std::uint64_t>(size));
         m_data.append(utf8);
-    } else {
-        m_ok = false;
     }
 }
 

@@ -15,6 +15,7 @@ class CborWriter
 {
 public:
     void Null() { Simple(0xF6); }
+    void Undefined() { Simple(0xF7); }
     void Bool(bool value) { Simple(value ? 0xF5 : 0xF4); }
     void Integer(std::int64_t value);
     /// A text that is no valid UTF-16 is a fault.

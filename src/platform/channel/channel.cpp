@@ -150,7 +150,7 @@ void Channel::TakeRows(const RowsMessage& rows)
         FailInvalid(ChannelText::UnknownCall);
         return;
     }
-    sent->rows += rows.rows.size();
+    sent->rows += rows.Rows();
     const std::shared_ptr<PendingCall> call = sent->call.lock();
     if (sent->rows > kMaxRowsPerCall)
         FailInvalid(ChannelText::TooManyRows);

@@ -42,14 +42,17 @@ struct CallMessage {
     WbemContextPtr context;
 };
 
-/// Objects of one class, as bare values in the order of the shape's properties.
+/// Objects of one class, of which there is at least one property, as bare values in the order of the shape's.
 struct RowsMessage {
     std::uint32_t callId = 0;
     /// The output parameter whose elements these are; without one, the rows belong to an enumeration.
     std::optional<QString> parameter;
     /// Its methods don't travel.
     ClassDefinitionPtr shape;
-    QList<QList<Variant>> rows;
+    /// Row behind row.
+    QList<Variant> values;
+
+    qsizetype Rows() const { return values.size() / shape->properties.size(); }
 };
 
 /// What the server says of a failure: nothing, words, or an object (WbemErrorObject when it was received).

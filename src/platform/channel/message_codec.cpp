@@ -92,10 +92,17 @@ struct MessageWriter {
     {
         EnterMessage(out, MessageKind::Rows, 5);
         WriteRowsHead(out, message.callId, message.parameter, *message.shape);
-        out->EnterArray(message.rows.size());
+        const auto length = static_cast<std::size_t>(message.shape->properties.size());
+        const std::span values(message.values.constData(), static_cast<std::size_t>(message.values.size()));
+        if (length == 0 || values.size() % length != 0) {
+            out->Fail();
+            return;
+        }
+        out->EnterArray(message.Rows());
         ObjectWriter writer(out);
-        for (const QList<Variant>& row : message.rows)
-            writer.Values(*message.shape, row);
+        for (std::size_t first = 0; first < values.size(); first += length)
+            writer.Values(*message.shape, values.subspan(first, length),
+                          first > 0 ? values.subspan(first - length, length) : std::span<const Variant>());
         out->Leave();
         out->Leave();
     }
@@ -215,11 +222,7 @@ Message TakeRows(CborReader* in, ShapeCache* shapes, qsizetype length)
     if (!in->TakeNull())
         message.parameter = in->TakeText();
     message.shape = reader.Shape();
-    const qsizetype count = in->EnterArray();
-    message.rows.reserve(count);
-    for (qsizetype i = 0; i < count && in->Ok(); ++i)
-        message.rows.append(reader.Values(*message.shape));
-    in->Leave();
+    message.values = reader.Rows(*message.shape);
     return message;
 }
 

@@ -163,19 +163,30 @@ Variant ObjectReader::Value(CimType type)
     return {};
 }
 
-QList<Variant> ObjectReader::Values(const ClassDefinition& shape)
+void ObjectReader::Values(const ClassDefinition& shape, QList<Variant>* values)
 {
-    m_in->EnterArrayOf(shape.properties.size());
-    QList<Variant> values;
-    if (m_in->Ok())
-        values.reserve(shape.properties.size());
-    for (const PropertyDefinition& property : shape.properties) {
-        if (!m_in->Ok())
-            return {};
-        values.append(Value(property.type));
+    const qsizetype length = shape.properties.size();
+    const bool isFirst = values->isEmpty();
+    m_in->EnterArrayOf(length);
+    for (qsizetype i = 0; i < length && m_in->Ok(); ++i) {
+        if (!isFirst && m_in->TakeUndefined())
+            values->append(Variant(values->at(values->size() - length)));
+        else
+            values->append(Value(shape.properties[i].type));
     }
     m_in->Leave();
-    return values;
+}
+
+QList<Variant> ObjectReader::Rows(const ClassDefinition& shape)
+{
+    const qsizetype length = shape.properties.size();
+    const qsizetype count = m_in->EnterArrayOfArrays(length);
+    QList<Variant> values;
+    values.reserve(count * length);
+    for (qsizetype i = 0; i < count && m_in->Ok(); ++i)
+        Values(shape, &values);
+    m_in->Leave();
+    return m_in->Ok() ? values : QList<Variant>();
 }
 
 WbemObjectPtr ObjectReader::Object(MakeInstance makeInstance)
@@ -185,7 +196,9 @@ WbemObjectPtr ObjectReader::Object(MakeInstance makeInstance)
     WbemObjectPtr object;
     if (kind == ObjectKind::Instance && length == 3) {
         const ClassDefinitionPtr shape = Shape();
-        QList<Variant> values = m_in->Ok() ? Values(*shape) : QList<Variant>{};
+        QList<Variant> values;
+        if (m_in->Ok())
+            Values(*shape, &values);
         if (m_in->Ok())
             object = makeInstance(shape, std::move(values));
     } else if (kind == ObjectKind::Class && length == 2) {

@@ -20,7 +20,8 @@ public:
     /// Never null.
     ClassDefinitionPtr Shape();
     Variant Value(CimType type);
-    QList<Variant> Values(const ClassDefinition& shape);
+    /// The values of objects of the shape, row behind row. A shape without properties has no rows.
+    QList<Variant> Rows(const ClassDefinition& shape);
     /// An instance, a class's definition, or empty for null.
     WbemObjectPtr OptionalObject();
     /// The error object of a Result; never null when no fault was found.
@@ -28,6 +29,8 @@ public:
     QStringList Texts();
 
 private:
+    /// Appends a value for each property; in a row behind another one, what is as there comes from there.
+    void Values(const ClassDefinition& shape, QList<Variant>* values);
     using MakeInstance = WbemObjectPtr (*)(ClassDefinitionPtr, QList<Variant>);
 
     WbemObjectPtr Object(MakeInstance makeInstance);

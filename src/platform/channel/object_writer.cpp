@@ -108,15 +108,21 @@ void ObjectWriter::Value(CimType type, const Variant& value)
     m_out->Fail();
 }
 
-void ObjectWriter::Values(const ClassDefinition& shape, const QList<Variant>& values)
+void ObjectWriter::Values(const ClassDefinition& shape, std::span<const Variant> values,
+                          std::span<const Variant> previous)
 {
-    if (values.size() != shape.properties.size()) {
+    const auto length = static_cast<std::size_t>(shape.properties.size());
+    if (values.size() != length || (!previous.empty() && previous.size() != length)) {
         m_out->Fail();
         return;
     }
-    m_out->EnterArray(values.size());
-    for (qsizetype i = 0; i < values.size(); ++i)
-        Value(shape.properties[i].type, values[i]);
+    m_out->EnterArray(shape.properties.size());
+    for (std::size_t i = 0; i < length; ++i) {
+        if (!previous.empty() && values[i] == previous[i])
+            m_out->Undefined();
+        else
+            Value(shape.properties[static_cast<qsizetype>(i)].type, values[i]);
+    }
     m_out->Leave();
 }
 

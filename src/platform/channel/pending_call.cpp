@@ -22,8 +22,8 @@ bool PendingCall::Take(const RowsMessage& message)
     if (m_operation != expected)
         return false;
     QList<WbemObjectPtr>& objects = message.parameter ? m_parameters[*message.parameter] : m_instances;
-    for (const QList<Variant>& row : message.rows)
-        objects.append(std::make_shared<WbemObject>(message.shape, row));
+    for (qsizetype first = 0; first < message.values.size(); first += message.shape->properties.size())
+        objects.append(std::make_shared<WbemObject>(message.shape, message.values, first));
     return true;
 }
 

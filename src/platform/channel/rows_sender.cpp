@@ -4,6 +4,7 @@
 #include "platform/channel/object_writer.h"
 #include "platform/channel/protocol.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quenvolta
@@ -14,6 +15,11 @@ namespace
 
 // The longest head of the array that holds the rows.
 constexpr qsizetype kArrayHeadSize = 9;
+
+std::span<const Variant> Span(const QList<Variant>& values)
+{
+    return {values.constData(), static_cast<std::size_t>(values.size())};
+}
 
 } // namespace
 
@@ -50,7 +56,7 @@ bool RowsSender::Add(const QList<Variant>& values)
     const qsizetype items = m_body.Items();
     // The rows stand two levels down in the message.
     m_body.SetDepth(2);
-    ObjectWriter(&m_body).Values(*m_shape, values);
+    ObjectWriter(&m_body).Values(*m_shape, Span(values), Span(m_last));
     if (!FitsFrame()) {
         m_body.RollBack(size, items);
         if (m_count == 0)
@@ -59,6 +65,9 @@ bool RowsSender::Add(const QList<Variant>& values)
         return Add(values);
     }
     ++m_count;
+    // The caller's list is not shared: its next row would be a new one then.
+    m_last.resize(values.size());
+    std::copy(values.cbegin(), values.cend(), m_last.begin());
     if (m_count >= kRowsPerBatch || m_body.Data().size() >= kBytesPerBatch)
         Flush();
     return true;
@@ -72,6 +81,7 @@ void RowsSender::Flush()
     head.EnterArray(m_count);
     m_sink(MakeFrame(head.Data(), m_body.Data()));
     m_body.Clear();
+    m_last.clear();
     m_count = 0;
 }
 

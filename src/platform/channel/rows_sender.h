@@ -37,6 +37,7 @@ private:
     CborWriter m_head;
     CborWriter m_body;
     qsizetype m_count = 0;
+    QList<Variant> m_last; // the row before in the message; empty for the first
 };
 
 /// The parts of a Rows message before its rows.

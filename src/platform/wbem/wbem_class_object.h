@@ -16,6 +16,10 @@ public:
     /// WBEM_E_NOT_FOUND when the class has no such property.
     virtual HRESULT Get(const QString& name, Variant* value, CimType* type = nullptr) const = 0;
 
+    /// The value that Get would give, where the object holds it as such; null when Get must be asked. Valid until the
+    /// object changes.
+    virtual const Variant* Find(const QString& name) const = 0;
+
     /// Writes a property. WBEM_E_NOT_FOUND when the class has no such property, WBEM_E_TYPE_MISMATCH when the value is
     /// not of its type, WBEM_E_VALUE_OUT_OF_RANGE for a number outside it. Null is allowed for every property.
     virtual HRESULT Put(const QString& name, const Variant& value) = 0;

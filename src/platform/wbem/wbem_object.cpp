@@ -88,11 +88,19 @@ WbemObject::WbemObject(ClassDefinitionPtr definition, QList<Variant> values)
     Q_ASSERT(m_values.size() == m_definition->properties.size());
 }
 
+WbemObject::WbemObject(ClassDefinitionPtr definition, QList<Variant> rows, qsizetype first)
+    : m_definition(std::move(definition))
+    , m_values(std::move(rows))
+    , m_first(first)
+{
+    Q_ASSERT(m_first + m_definition->properties.size() <= m_values.size());
+}
+
 HRESULT WbemObject::Get(const QString& name, Variant* value, CimType* type) const
 {
     const int index = m_definition->IndexOf(name);
     if (index >= 0) {
-        *value = m_values[index];
+        *value = m_values[m_first + index];
         if (type)
             *type = m_definition->properties[index].type;
         return S_OK;
@@ -111,10 +119,22 @@ HRESULT WbemObject::Get(const QString& name, Variant* value, CimType* type) cons
     return WBEM_E_NOT_FOUND;
 }
 
+const Variant* WbemObject::Find(const QString& name) const
+{
+    const int index = m_definition->IndexOf(name);
+    return index < 0 ? nullptr : &m_values[m_first + index];
+}
+
 HRESULT WbemObject::Put(const QString& name, const Variant& value)
 {
     const int index = m_definition->IndexOf(name);
-    return index < 0 ? WBEM_E_NOT_FOUND : CoerceVariant(m_definition->properties[index].type, value, &m_values[index]);
+    if (index < 0)
+        return WBEM_E_NOT_FOUND;
+    if (const qsizetype count = m_definition->properties.size(); m_values.size() != count) {
+        m_values = m_values.sliced(m_first, count);
+        m_first = 0;
+    }
+    return CoerceVariant(m_definition->properties[index].type, value, &m_values[index]);
 }
 
 HRESULT WbemObject::GetNames(QStringList* names) const

@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <span>
+
 namespace quenvolta
 {
 
@@ -18,8 +20,12 @@ public:
     explicit WbemObject(ClassDefinitionPtr definition);
     /// An instance with its values; there must be one for every property.
     WbemObject(ClassDefinitionPtr definition, QList<Variant> values);
+    /// One of many instances whose values stand one behind the other in `rows`, its own from `first` on. They share
+    /// the list, which lives as long as one of them.
+    WbemObject(ClassDefinitionPtr definition, QList<Variant> rows, qsizetype first);
 
     HRESULT Get(const QString& name, Variant* value, CimType* type) const override;
+    const Variant* Find(const QString& name) const override;
     HRESULT Put(const QString& name, const Variant& value) override;
     HRESULT GetNames(QStringList* names) const override;
     HRESULT GetMethod(const QString& name, WbemObjectPtr* inSignature, WbemObjectPtr* outSignature) const override;
@@ -27,11 +33,16 @@ public:
     HRESULT InheritsFrom(const QString& ancestor) const override;
 
     const ClassDefinitionPtr& Definition() const { return m_definition; }
-    const QList<Variant>& Values() const { return m_values; }
+    /// Valid until the object changes.
+    std::span<const Variant> Values() const
+    {
+        return {m_values.constData() + m_first, static_cast<std::size_t>(m_definition->properties.size())};
+    }
 
 private:
     ClassDefinitionPtr m_definition;
-    QList<Variant> m_values;
+    QList<Variant> m_values; // with those of other objects, when there are more of them than properties
+    qsizetype m_first = 0;
 };
 
 /// A class's definition as an object: its methods can be asked and instances spawned; its properties are null.

@@ -241,6 +241,15 @@ void AccountModel::RemovePath(const QString& repository, const QString& path)
     }
 }
 
+QSet<QString> AccountModel::SecuredPaths(const QString& repository) const
+{
+    QSet<QString> paths;
+    for (auto each = m_permissions.lowerBound({repository, {}});
+         each != m_permissions.end() && each.key().repository == repository; ++each)
+        paths.insert(each.key().path);
+    return paths;
+}
+
 bool AccountModel::KnowsRepository(const QString& name) const
 {
     const auto first = m_permissions.lowerBound({name, {}});

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -46,6 +47,8 @@ public:
     /// What is set on the place itself, in the order in which it was set.
     PermissionList Permissions(const SecuredPlace& place) const { return m_permissions.value(place); }
     bool HasPermissions(const SecuredPlace& place) const { return m_permissions.contains(place); }
+    /// The paths in the repository that HasPermissions.
+    QSet<QString> SecuredPaths(const QString& repository) const;
     const QMap<SecuredPlace, PermissionList>& AllPermissions() const { return m_permissions; }
     /// An empty list removes what was set. WBEM_E_NOT_FOUND for an unknown account, WBEM_E_INVALID_PARAMETER for an
     /// account named twice, a level that isn't one, or a place that rules can't express.

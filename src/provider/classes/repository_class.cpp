@@ -1,7 +1,7 @@
 #include "provider/classes/repository_class.h"
 
 #include "foundation/exception.h"
-#include "provider/classes/repository_entry_class.h"
+#include "provider/classes/repository_entry_row.h"
 #include "provider/data_lock.h"
 #include "provider/provider_error.h"
 #include "provider/roles/role_lists.h"
@@ -165,11 +165,11 @@ void RepositoryClass::GetChildren(MethodCall& call)
 {
     const QString name = call.Key(u"Name"_s);
     const ClassDefinitionPtr definition = call.Context().classes.Find(u"Quenvolta_RepositoryEntry"_s);
-    const QString url = m_settings.RepositoriesUrl() + EncodeForUrl(name);
     const QString parameter = u"Children"_s;
     const std::shared_ptr<const AccountModel> accounts = m_accounts->Read();
-    for (const RepositoryEntry& entry : Store().Children(name, call.String(u"Path")))
-        call.ReturnElement(parameter, RepositoryEntryClass::Row(definition, name, url, entry, *accounts));
+    RepositoryEntryRow row(definition, name, m_settings.RepositoriesUrl() + EncodeForUrl(name), *accounts);
+    Store().VisitChildren(name, call.String(u"Path"),
+                          [&](const RepositoryEntry& entry) { call.ReturnElement(parameter, row.Of(entry)); });
 }
 
 void RepositoryClass::CreateFolders(MethodCall& call)

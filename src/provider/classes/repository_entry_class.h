@@ -20,10 +20,6 @@ public:
     std::optional<InstanceRow> Get(const ClassDefinitionPtr& definition, const Keys& keys,
                                    CallContext& context) override;
 
-    /// The entry as an object; `repositoryUrl` is the repository's address without a slash at its end.
-    static InstanceRow Row(const ClassDefinitionPtr& definition, const QString& repository,
-                           const QString& repositoryUrl, const RepositoryEntry& entry, const AccountModel& accounts);
-
 private:
     ServerSettingsReader m_settings;
     std::shared_ptr<AccountStore> m_accounts;

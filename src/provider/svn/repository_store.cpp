@@ -206,11 +206,20 @@ RepositoryEntry RepositoryStore::Entry(const QString& name, const QString& path)
     return Open(name, pool).Entry(path);
 }
 
-std::vector<RepositoryEntry> RepositoryStore::Children(const QString& name, const QString& path) const
+void RepositoryStore::VisitChildren(const QString& name, const QString& path,
+                                    const SvnRepository::EntryVisitor& visitor) const
 {
     RepositoryNames::CheckPath(path);
     SvnPool pool;
-    return Open(name, pool).Children(path);
+    Open(name, pool).VisitChildren(path, visitor);
+}
+
+std::vector<RepositoryEntry> RepositoryStore::Children(const QString& name, const QString& path) const
+{
+    std::vector<RepositoryEntry> children;
+    VisitChildren(name, path, [&](const RepositoryEntry& entry) { children.push_back(entry); });
+    std::ranges::sort(children, {}, &RepositoryEntry::name);
+    return children;
 }
 
 quint32 RepositoryStore::CreateFolders(const QString& name, const QStringList& paths, const CommitNote& note,

@@ -70,6 +70,9 @@ public:
     void Delete(const QString& name) const;
 
     RepositoryEntry Entry(const QString& name, const QString& path) const;
+    /// SvnRepository::VisitChildren.
+    void VisitChildren(const QString& name, const QString& path, const SvnRepository::EntryVisitor& visitor) const;
+    /// The same, in the order of the names' code units.
     std::vector<RepositoryEntry> Children(const QString& name, const QString& path) const;
     /// One commit each, see FolderEditor. They return the new revision.
     quint32 CreateFolders(const QString& name, const QStringList& paths, const CommitNote& note,

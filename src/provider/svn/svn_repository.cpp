@@ -147,7 +147,7 @@ RepositoryEntry SvnRepository::Entry(const QString& path) const
     return {name, path, RepositoryNames::ParentOf(path), kind == svn_node_dir};
 }
 
-std::vector<RepositoryEntry> SvnRepository::Children(const QString& path) const
+void SvnRepository::VisitChildren(const QString& path, const EntryVisitor& visitor) const
 {
     svn_fs_root_t* root = YoungestRoot();
     const svn_node_kind_t kind = KindAt(root, path, m_pool);
@@ -159,16 +159,12 @@ std::vector<RepositoryEntry> SvnRepository::Children(const QString& path) const
     apr_hash_t* entries = nullptr;
     CheckSvn(svn_fs_dir_entries(&entries, root, path.toUtf8().constData(), m_pool.Get()), texts::kCannotRead, m_name);
 
-    std::vector<RepositoryEntry> children;
-    children.reserve(apr_hash_count(entries));
     const QString prefix = path.size() == 1 ? path : path + u'/';
     for (apr_hash_index_t* at = apr_hash_first(m_pool.Get(), entries); at != nullptr; at = apr_hash_next(at)) {
         const auto* entry = static_cast<const svn_fs_dirent_t*>(apr_hash_this_val(at));
         const QString name = QString::fromUtf8(entry->name);
-        children.push_back({name, prefix + name, path, entry->kind == svn_node_dir});
+        visitor({name, prefix + name, path, entry->kind == svn_node_dir});
     }
-    std::sort(children.begin(), children.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
-    return children;
 }
 
 svn_node_kind_t SvnRepository::KindAt(svn_fs_root_t* root, const QString& path, SvnPool& pool) const

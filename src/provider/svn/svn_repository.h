@@ -6,9 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <svn_repos.h>
-#include <vector>
 
 namespace quenvolta
 {
@@ -56,8 +56,9 @@ public:
     /// The entry at a path in the youngest revision; WBEM_E_NOT_FOUND when there is none.
     RepositoryEntry Entry(const QString& path) const;
 
-    /// What the folder at a path holds in the youngest revision, in the order of the names' code units.
-    std::vector<RepositoryEntry> Children(const QString& path) const;
+    using EntryVisitor = std::function<void(const RepositoryEntry&)>;
+    /// Hands over what the folder at a path holds in the youngest revision, in no order: whoever shows it has his own.
+    void VisitChildren(const QString& path, const EntryVisitor& visitor) const;
 
     /// The kind of what stands at `path` under `root`; svn_node_none when nothing does. `pool` is for what it needs.
     svn_node_kind_t KindAt(svn_fs_root_t* root, const QString& path, SvnPool& pool) const;
