@@ -18,6 +18,12 @@ constexpr FileTime FileTimeFromUnixMilliseconds(std::int64_t milliseconds)
     return (milliseconds + kUnixEpoch) * kFileTimePerMillisecond;
 }
 
+/// The same moment as milliseconds since 1970-01-01.
+constexpr std::int64_t UnixMillisecondsFromFileTime(FileTime time)
+{
+    return (time - FileTimeFromUnixMilliseconds(0)) / kFileTimePerMillisecond;
+}
+
 /// The current time.
 FileTime CurrentFileTime();
 

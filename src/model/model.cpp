@@ -7,9 +7,10 @@
 namespace quenvolta
 {
 
-CModel::CModel(WbemLocatorFactory locatorFactory, IcPreferences& preferences)
+CModel::CModel(WbemLocatorFactory locatorFactory, IcPreferences& preferences, UpdateService updateService)
     : m_locatorFactory(std::move(locatorFactory))
     , m_preferences(preferences)
+    , m_updateService(std::move(updateService))
 {
 }
 
@@ -28,6 +29,7 @@ void CModel::Unsubscribe(IcModelEvents& subscriber)
 void CModel::Connect(const QString& computerName)
 {
     m_proxy = std::make_unique<CServerProxy>(m_locatorFactory, computerName);
+    CheckForUpdates();
     if (!computerName.isEmpty())
         m_preferences.AddRecentServer(computerName, CurrentFileTime());
 }

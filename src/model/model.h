@@ -5,6 +5,7 @@
 #include "model/authentication_options.h"
 #include "model/certificate_info.h"
 #include "model/certificate_subject_info.h"
+#include "model/file_downloader.h"
 #include "model/group_member.h"
 #include "model/hook_info.h"
 #include "model/model_events.h"
@@ -19,6 +20,7 @@
 #include "model/server_version_info.h"
 #include "model/service_status.h"
 #include "model/tree_position.h"
+#include "model/update_info.h"
 #include "wmi/locator_factory.h"
 
 #include <QList>
@@ -39,12 +41,12 @@ struct StartedActivity;
 
 /// The console's picture of the one server that it manages. Every operation may throw; one that needs the server
 /// connects a disconnected model first. A failed operation notifies nobody.
-class CModel
+class CModel : private IcFileDownloaderEvents
 {
 public:
     /// The preferences must outlive the model.
-    CModel(WbemLocatorFactory locatorFactory, IcPreferences& preferences);
-    ~CModel();
+    CModel(WbemLocatorFactory locatorFactory, IcPreferences& preferences, UpdateService updateService = {});
+    ~CModel() override;
     CModel(const CModel&) = delete;
     CModel& operator=(const CModel&) = delete;
 
@@ -68,6 +70,13 @@ public:
     /// True when the server has any capability of the mask (ServerCapability); connects when needed.
     bool HasCapability(std::uint32_t mask);
     std::uint32_t GetFeatureLevel();
+
+    /// Asks the update service whether there is a newer server than the connected one, and returns at once. Each
+    /// connection does so. Nothing happens without a service, or when the preferences turn the check off.
+    void CheckForUpdates();
+    bool IsUpdateCheckDisabled() const { return m_preferences.IsUpdateCheckDisabled(); }
+    /// What the last check found.
+    const UpdateInfo& GetUpdateInfo() const { return m_updateInfo; }
 
     // Repositories and their entries
     QList<RepositoryInfo> GetRepositories();
@@ -186,6 +195,9 @@ public:
     std::uint32_t ValidateCertificate(const QString& base64Certificate);
 
 private:
+    void OnDownloadComplete(const QString& path) override;
+    void OnDownloadFailed(HRESULT code) override;
+    void SetUpdateInfo(const UpdateInfo& info);
     void RunActivity(StartedActivity started, IcAsyncCallMonitor& monitor);
     void AddStructureAndAnnounce(const QString& name, bool withStructure);
     std::uint32_t AnnounceConversion(const QString& name, std::uint32_t answer);
@@ -195,6 +207,9 @@ private:
     WbemLocatorFactory m_locatorFactory;
     std::unique_ptr<CServerProxy> m_proxy;
     IcPreferences& m_preferences;
+    UpdateService m_updateService;
+    UpdateInfo m_updateInfo;
+    std::unique_ptr<IcFileDownloader> m_downloader; // goes first: it reports to the model
 };
 
 } // namespace quenvolta
