@@ -1,6 +1,9 @@
 #include "accounts/create_user_dlg.h"
 #include "accounts/group_dlg.h"
 #include "accounts/set_password_dlg.h"
+#include "repositories/create_folder_dlg.h"
+#include "repositories/create_project_dlg.h"
+#include "repositories/delete_folder_dlg.h"
 #include "snapin/dialogs.h"
 #include "snapin/permission_sheets.h"
 #include "snapin/run_services.h"
@@ -33,6 +36,12 @@ DialogTable MakeTable()
     table.Add(Kind::EditGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model, r.account)); });
     table.Add(Kind::GlobalPermissions, &ShowGlobalPermissions);
     table.Add(Kind::RepositoryProperties, &ShowRepositoryProperties);
+    table.Add(Kind::CreateFolder,
+              [](const Request& r) { return Run(CCreateFolderDlg(r.parent, r.model, r.position)); });
+    table.Add(Kind::CreateProjectStructure,
+              [](const Request& r) { return Run(CCreateProjectDlg(r.parent, r.model, r.position)); });
+    table.Add(Kind::DeleteFolder,
+              [](const Request& r) { return Run(CDeleteFolderDlg(r.parent, r.model, r.position)); });
     return table;
 }
 

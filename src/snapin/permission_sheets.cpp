@@ -3,6 +3,7 @@
 #include "accounts/model_security_page_host.h"
 #include "accounts/security_page.h"
 #include "model/repository_info.h"
+#include "repositories/hooks_page.h"
 #include "snapin/dialogs.h"
 #include "ui/property_sheet.h"
 #include "ui/string_table.h"
@@ -13,12 +14,23 @@ namespace quenvolta
 namespace
 {
 
+bool IsOfSlave(const DialogRequest& request)
+{
+    return request.repository != nullptr && request.repository->type == kRepositoryTypeQdfsSlave;
+}
+
 std::unique_ptr<CSecurityPage> SecurityPageOf(const DialogRequest& request, const TreePosition& position)
 {
     // A slave's permissions come from its master.
-    const bool slave = request.repository != nullptr && request.repository->type == kRepositoryTypeQdfsSlave;
     return std::make_unique<CSecurityPage>(std::make_unique<CModelSecurityPageHost>(request.model, position),
-                                           slave ? CSecurityPage::Mode::ReadOnly : CSecurityPage::Mode::Editable);
+                                           IsOfSlave(request) ? CSecurityPage::Mode::ReadOnly
+                                                              : CSecurityPage::Mode::Editable);
+}
+
+std::unique_ptr<CHooksPage> HooksPageOf(const DialogRequest& request)
+{
+    return std::make_unique<CHooksPage>(request.model, request.position.repositoryName,
+                                        IsOfSlave(request) ? CHooksPage::Role::Slave : CHooksPage::Role::Standalone);
 }
 
 } // namespace
@@ -35,6 +47,8 @@ bool ShowRepositoryProperties(const DialogRequest& request)
     const TreePosition& position = request.position;
     CPropertySheet sheet(request.parent, LoadString(StringId::kPropertiesFor, position.repositoryName, position.path));
     sheet.AddPage(SecurityPageOf(request, position));
+    if (position.path == u"/")
+        sheet.AddPage(HooksPageOf(request));
     sheet.SetActivePage(request.page);
     return sheet.exec() == QDialog::Accepted;
 }

@@ -1,10 +1,10 @@
 #include "snapin/repository_root_node.h"
 
 #include "model/model.h"
+#include "repositories/repository_name_rule.h"
 #include "snapin/command_id.h"
 #include "snapin/node_images.h"
 #include "snapin/repository_columns.h"
-#include "snapin/repository_name.h"
 #include "ui/messages.h"
 
 #include <algorithm>

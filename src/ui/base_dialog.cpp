@@ -2,7 +2,6 @@
 
 #include "ui/arrow_cursor.h"
 
-#include <QLineEdit>
 #include <QScreen>
 #include <QShowEvent>
 
@@ -20,13 +19,6 @@ int CBaseDialog::exec()
 {
     const ArrowCursor cursor;
     return QDialog::exec();
-}
-
-void CBaseDialog::FocusOn(QWidget& field)
-{
-    field.setFocus();
-    if (auto* edit = qobject_cast<QLineEdit*>(&field))
-        edit->selectAll();
 }
 
 void CBaseDialog::showEvent(QShowEvent* event)

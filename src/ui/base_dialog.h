@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/field_focus.h"
 #include "ui/guard.h"
 #include "ui/message_boxes.h"
 #include "ui/wait_cursor.h"
@@ -43,8 +44,6 @@ protected:
     IcMessages& Messages() { return m_messages; }
 
 private:
-    static void FocusOn(QWidget& field);
-
     CMessageBoxes m_messages;
 };
 

@@ -2,12 +2,8 @@
 
 #include "ui/help_site.h"
 
-#include <QLabel>
-
 namespace quenvolta
 {
-
-using namespace Qt::StringLiterals;
 
 CBasePropertyPageImpl::CBasePropertyPageImpl(QWidget* parent)
     : QWizardPage(parent)
@@ -32,7 +28,7 @@ void CBasePropertyPageImpl::SetModified(bool modified)
 
 void CBasePropertyPageImpl::LinkToHelp(QLabel& label, int topic)
 {
-    connect(&label, &QLabel::linkActivated, this, [topic] { OpenAddress(HelpUrl(u"/go/%1/"_s.arg(topic))); });
+    quenvolta::LinkToHelp(label, topic);
 }
 
 } // namespace quenvolta

@@ -7,12 +7,14 @@
 #include "support/stand_in_server.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -35,7 +37,7 @@ protected:
     {
         dialog.show();
         dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
     }
     template <typename Widget>
     static Widget& Part(QWidget& dialog, const char* name)
@@ -50,7 +52,11 @@ protected:
         return *Part<QDialogButtonBox>(dialog, "buttons").button(which);
     }
     static QPushButton& Ok(QWidget& dialog) { return Button(dialog, QDialogButtonBox::Ok); }
-    static void Click(QAbstractButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
+    /// At the left, where check boxes and options of any width are hit.
+    static void Click(QAbstractButton& button)
+    {
+        QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(10, button.height() / 2));
+    }
     static void Click(QWidget& dialog, const char* button) { Click(Part<QAbstractButton>(dialog, button)); }
     /// Replaces what a field holds, key by key.
     static void Type(QWidget& dialog, const char* field, const QString& text)
@@ -70,14 +76,17 @@ protected:
     static QString MessageOf(Action&& action, QMessageBox::Icon icon = QMessageBox::Critical)
     {
         QString text;
-        const ModalDriver driver([&](QWidget& modal) {
-            if (auto* box = qobject_cast<QMessageBox*>(&modal)) {
-                EXPECT_EQ(box->windowTitle(), u"Quenvolta Server");
-                EXPECT_EQ(box->icon(), icon);
-                text = box->text();
-            }
-            modal.close();
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr || !box->isVisible())
+                return;
+            EXPECT_EQ(box->windowTitle(), u"Quenvolta Server");
+            EXPECT_EQ(box->icon(), icon);
+            text = box->text();
+            box->close();
         });
+        timer.start(1);
         action();
         return text;
     }
@@ -128,5 +137,10 @@ protected:
     MemoryPreferences preferences;
     CModel model{server.LocatorFactory(), preferences};
 };
+
+inline void PrintTo(const StandInPermission& permission, std::ostream* stream)
+{
+    *stream << permission.name.toStdString() << '=' << permission.level;
+}
 
 } // namespace quenvolta::test

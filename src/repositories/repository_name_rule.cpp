@@ -1,4 +1,4 @@
-#include "snapin/repository_name.h"
+#include "repositories/repository_name_rule.h"
 
 #include <QList>
 
