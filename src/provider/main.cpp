@@ -4,6 +4,7 @@
 #include "provider/provider_error.h"
 #include "provider/provider_server.h"
 #include "provider/provider_texts.h"
+#include "provider/replication/service_process.h"
 #include "provider/server_account.h"
 
 #include <QCommandLineParser>
@@ -35,6 +36,8 @@ int Serve(const QCommandLineParser& options, bool asJob)
     const QString versionText = options.value(u"as-version"_s);
     try {
         const ServerAccount account(data);
+        if (options.isSet(u"replication"_s))
+            return ServiceProcess::Serve(data);
         const ServedVersion version = versionText.isEmpty() ? ServedVersion() : ServedVersion(versionText);
         if (asJob)
             return JobServer(STDIN_FILENO, STDOUT_FILENO, data, version).Run();
@@ -67,7 +70,11 @@ int main(int argc, char** argv)
     QCommandLineOption job(u"job"_s); // for the provider itself
     job.setFlags(QCommandLineOption::HiddenFromHelp);
     options.addOption(job);
+    QCommandLineOption replication(u"replication"_s); // the same
+    replication.setFlags(QCommandLineOption::HiddenFromHelp);
+    options.addOption(replication);
     options.process(application);
     const bool asJob = options.isSet(job);
-    return asJob || options.isSet(u"stdio"_s) ? Serve(options, asJob) : Fail(replies::kNoTerminal.Whole(), kUsageError);
+    const bool serves = asJob || options.isSet(replication) || options.isSet(u"stdio"_s);
+    return serves ? Serve(options, asJob) : Fail(replies::kNoTerminal.Whole(), kUsageError);
 }

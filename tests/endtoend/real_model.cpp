@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -21,7 +22,11 @@ ChannelOptions LocalOptions(const RealServer& server, const QString& asVersion)
     return options;
 }
 
-QList<pid_t> ProvidersOf(const RealServer& server)
+namespace
+{
+
+// The processes whose command lines begin with `program` and hold `words`.
+QList<pid_t> ProcessesOf(const QByteArray& program, const QList<QByteArray>& words)
 {
     QList<pid_t> found;
     for (const QString& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
@@ -31,11 +36,23 @@ QList<pid_t> ProvidersOf(const RealServer& server)
         if (!isNumber || !commandLine.open(QIODevice::ReadOnly))
             continue;
         const QByteArray arguments = commandLine.readAll();
-        if (arguments.startsWith(RealServer::ProviderProgram().toUtf8()) &&
-            arguments.contains(server.DataFolder().toUtf8()))
+        if (arguments.startsWith(program) &&
+            std::ranges::all_of(words, [&](const QByteArray& word) { return arguments.contains(word); }))
             found.append(process);
     }
     return found;
+}
+
+} // namespace
+
+QList<pid_t> ProvidersOf(const RealServer& server)
+{
+    return ProcessesOf(RealServer::ProviderProgram().toUtf8(), {server.DataFolder().toUtf8()});
+}
+
+QList<pid_t> ReplicationServicesOf(const RealServer& server)
+{
+    return ProcessesOf({}, {"--replication", server.DataFolder().toUtf8()});
 }
 
 void KillProviders(const RealServer& server)

@@ -53,6 +53,9 @@ ChannelOptions LocalOptions(const RealServer& server, const QString& asVersion =
 /// The processes whose program is the provider and that serve this data folder, found by their command lines.
 QList<pid_t> ProvidersOf(const RealServer& server);
 
+/// The processes of the service for distributed repositories of this data folder.
+QList<pid_t> ReplicationServicesOf(const RealServer& server);
+
 /// kill -9, and the end waited for.
 void KillProviders(const RealServer& server);
 

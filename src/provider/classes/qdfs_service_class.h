@@ -6,8 +6,9 @@
 namespace quenvolta
 {
 
-/// Quenvolta_QdfsService: the one instance "qdfssvc". Repositories aren't replicated here yet, so the service is
-/// stopped, and disabled until somebody chooses another start mode.
+/// Quenvolta_QdfsService: the one instance "qdfssvc", a process of its own that goes on when the provider ends. It is
+/// disabled until somebody chooses another start mode. Repositories aren't replicated here yet, so it has nothing to
+/// do.
 class QdfsServiceClass final : public ManagementClass
 {
 public:
@@ -22,6 +23,9 @@ public:
 
 private:
     InstanceRow Row(const ClassDefinitionPtr& definition) const;
+    std::uint32_t StartMode() const;
+    void Start(MethodCall& call);
+    void Stop(MethodCall& call);
     void ChangeStartMode(MethodCall& call);
 
     DataFolder& m_data;
