@@ -1,6 +1,7 @@
 #include "host/console_program.h"
 
 #include "foundation/console_preferences.h"
+#include "host/connection_watch.h"
 #include "host/console_window.h"
 #include "host/dark_palette.h"
 #include "host/picture.h"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QFileInfo>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -27,13 +29,31 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-ChannelOptions ReadChannelOptions()
+// A person may be asked for a password meanwhile, and can give up.
+constexpr auto kPatienceWithPerson = std::chrono::minutes(5);
+
+/// The path of a program of ours; its name alone where it isn't beside this one.
+QString OwnProgram(const QString& name)
+{
+    const QString beside = QApplication::applicationDirPath() + u'/' + name;
+    return QFileInfo(beside).isExecutable() ? beside : name;
+}
+
+/// `watch` is null where no person looks at a window.
+ChannelOptions ReadChannelOptions(ConnectionWatch* watch)
 {
     ChannelOptions options;
-    const QString beside = QApplication::applicationDirPath() + u'/' + options.localProgram;
-    if (QFileInfo(beside).isExecutable())
-        options.localProgram = beside;
+    options.localProgram = OwnProgram(options.localProgram);
     options.sshProgram = qEnvironmentVariable("QUENVOLTA_SSH", options.sshProgram);
+    if (watch == nullptr) {
+        options.sshEnvironment.insert(u"SSH_ASKPASS_REQUIRE"_s, u"never"_s);
+        return options;
+    }
+    if (!qEnvironmentVariableIsSet("SSH_ASKPASS"))
+        options.sshEnvironment.insert(u"SSH_ASKPASS"_s, OwnProgram(u"quenvolta-askpass"_s));
+    options.sshEnvironment.insert(u"SSH_ASKPASS_REQUIRE"_s, u"force"_s);
+    options.remoteHelloTimeout = kPatienceWithPerson;
+    options.isStillWanted = [watch](const QString& computer) { return watch->IsStillWanted(computer); };
     return options;
 }
 
@@ -70,6 +90,7 @@ public:
         const SnapInCatalog catalog = CreateCatalog(messages);
         ConsoleWindow window(m_about, messages, &state);
         messages.SetParent(&window);
+        m_watch.SetParent(&window);
         window.SetCatalog(catalog);
         if (m_line.consoleFile.isEmpty())
             window.LoadWhenPainted([&] { return catalog.CreateNew(); });
@@ -105,7 +126,9 @@ private:
     const CommandLine& m_line;
     Registry m_registry{u"HKEY_CURRENT_USER"_s, ConsolePreferences::DefaultFileName()};
     ConsolePreferences m_preferences{m_registry};
-    std::shared_ptr<ChannelPool> m_channels = std::make_shared<ChannelPool>(ReadChannelOptions());
+    ConnectionWatch m_watch;
+    std::shared_ptr<ChannelPool> m_channels = std::make_shared<ChannelPool>(
+        ReadChannelOptions(m_line.task == CommandLine::Task::OpenWindow ? &m_watch : nullptr));
     CMMCExtensionAbout m_about;
 };
 

@@ -62,6 +62,7 @@ inline constexpr HRESULT RPC_S_SERVER_UNAVAILABLE = MakeHResult(0x800706BA);
 inline constexpr HRESULT RPC_S_SEC_PKG_ERROR = MakeHResult(0x80070721);
 /// What was given as a computer's name can't be one.
 inline constexpr HRESULT HR_INVALID_COMPUTER_NAME = MakeHResult(0x800704BA);
+inline constexpr HRESULT HR_CANCELLED = MakeHResult(0x800704C7);
 
 inline constexpr HRESULT WBEM_E_FAILED = MakeHResult(0x80041001);
 inline constexpr HRESULT WBEM_E_NOT_FOUND = MakeHResult(0x80041002);

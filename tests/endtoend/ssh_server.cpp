@@ -7,10 +7,12 @@
 #include <QProcessEnvironment>
 
 #include <arpa/inet.h>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quenvolta::test
 {
@@ -107,6 +109,8 @@ void SshServer::Start()
 
 void SshServer::Stop()
 {
+    for (const qint64 id : std::exchange(m_frozen, {}))
+        ::kill(static_cast<pid_t>(id), SIGCONT);
     if (m_process.state() == QProcess::NotRunning)
         return;
     m_process.kill();
@@ -126,6 +130,70 @@ void SshServer::SetLoginNoise(const QString& lines) const
 void SshServer::ForgetKey() const
 {
     WriteFile(u"authorized"_s, QString());
+}
+
+void SshServer::AllowPrompts() const
+{
+    QString config = QString::fromUtf8(ReadAll(m_folder.filePath(u"ssh_config"_s)));
+    config.replace(u"StrictHostKeyChecking yes"_s, u"StrictHostKeyChecking ask"_s);
+    config.replace(u"BatchMode yes"_s, u"BatchMode no\n  NumberOfPasswordPrompts 1"_s);
+    WriteFile(u"ssh_config"_s, config);
+    WriteFile(u"askpass"_s,
+              u"#!/bin/sh\nprintf '%s\\n' \"$1\" >> '%1/prompts'\ncat '%1/answer'\n"_s.arg(m_folder.path()), true);
+    SetAnswer({});
+}
+
+void SshServer::SetAnswer(const QString& answer) const
+{
+    WriteFile(u"answer"_s, answer + u'\n');
+}
+
+QString SshServer::Prompts() const
+{
+    return QString::fromUtf8(ReadAll(m_folder.filePath(u"prompts"_s)));
+}
+
+QString SshServer::HostFingerprint() const
+{
+    QProcess keygen;
+    keygen.start(u"ssh-keygen"_s, {u"-l"_s, u"-f"_s, m_folder.filePath(u"hostkey.pub"_s)});
+    EXPECT_TRUE(keygen.waitForFinished());
+    return QString::fromUtf8(keygen.readAllStandardOutput()).section(u' ', 1, 1);
+}
+
+void SshServer::ForgetHost() const
+{
+    WriteFile(u"known"_s, QString());
+}
+
+void SshServer::ChangeKnownKey() const
+{
+    MakeKey(u"otherkey"_s);
+    WriteFile(u"known"_s, u"testhost "_s + QString::fromLatin1(ReadAll(m_folder.filePath(u"otherkey.pub"_s))));
+}
+
+void SshServer::EncryptKey(const QString& passphrase) const
+{
+    ASSERT_EQ(QProcess::execute(u"ssh-keygen"_s, {u"-q"_s, u"-p"_s, u"-P"_s, QString(), u"-N"_s, passphrase, u"-f"_s,
+                                                  m_folder.filePath(u"userkey"_s)}),
+              0);
+}
+
+void SshServer::Freeze()
+{
+    // Each connection has processes of its own below the server's.
+    QList<qint64> frozen{m_process.processId()};
+    for (qsizetype i = 0; i < frozen.size(); ++i) {
+        const QString id = QString::number(frozen[i]);
+        const QByteArray children = ReadAll(u"/proc/%1/task/%1/children"_s.arg(id));
+        for (const QByteArray& child : children.split(' ')) {
+            if (!child.trimmed().isEmpty())
+                frozen.append(child.trimmed().toLongLong());
+        }
+    }
+    for (const qint64 id : frozen)
+        ::kill(static_cast<pid_t>(id), SIGSTOP);
+    m_frozen = frozen;
 }
 
 void SshServer::WriteFile(const QString& name, const QString& text, bool executable) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -26,6 +27,23 @@ public:
     /// The key that the client offers from now on is one that the server doesn't know.
     void ForgetKey() const;
 
+    /// The client may ask: AskpassProgram() notes what it asks for and gives the answer that was set.
+    void AllowPrompts() const;
+    QString AskpassProgram() const { return m_folder.filePath(QStringLiteral("askpass")); }
+    void SetAnswer(const QString& answer) const;
+    /// All that was asked for so far.
+    QString Prompts() const;
+    QString HostFingerprint() const;
+
+    /// The client no longer knows the server's key.
+    void ForgetHost() const;
+    /// The client knows another key of the server.
+    void ChangeKnownKey() const;
+    /// The client's key gets a passphrase.
+    void EncryptKey(const QString& passphrase) const;
+    /// Stops the server and its connections in their tracks, until the end of this.
+    void Freeze();
+
     int Port() const { return m_port; }
     void Stop();
 
@@ -36,6 +54,7 @@ private:
 
     QTemporaryDir m_folder;
     QProcess m_process;
+    QList<qint64> m_frozen;
     int m_port = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/channel/message_codec.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quenvolta
@@ -18,6 +19,13 @@ constexpr auto kPatienceAfterFailure = 200ms;
 constexpr auto kPatienceAfterClose = 2s;
 /// A peer that doesn't read holds nobody up longer who only wants to tell it something.
 constexpr auto kFlushTimeout = 1s;
+/// How often a person can give up a connection that is being made.
+constexpr std::chrono::milliseconds kAskInterval = 50ms;
+
+std::chrono::milliseconds LeftOf(const QDeadlineTimer& deadline)
+{
+    return std::chrono::ceil<std::chrono::milliseconds>(deadline.remainingTimeAsDuration());
+}
 
 } // namespace
 
@@ -26,6 +34,7 @@ Channel::Channel(std::unique_ptr<IChannelTransport> transport, const ProviderCom
     : m_transport(std::move(transport))
     , m_failures(command)
     , m_helloTimeout(command.helloTimeout)
+    , m_isStillWanted(command.isStillWanted)
     , m_reader(kMaxNoise)
 {
     ExchangeHellos(about);
@@ -37,7 +46,14 @@ void Channel::ExchangeHellos(const QMap<QString, QString>& about)
     m_transport->Send(kMagicLine);
     m_transport->Send(Encode(HelloMessage{kProtocolVersion, about}));
     while (IsAlive() && !m_hasHello) {
-        Pump(deadline);
+        if (!m_isStillWanted) {
+            Pump(deadline);
+        } else if (m_isStillWanted()) {
+            Pump(QDeadlineTimer(std::min(kAskInterval, LeftOf(deadline))));
+        } else {
+            m_transport->End(kPatienceAfterFailure);
+            Fail(m_failures.Cancelled());
+        }
         if (IsAlive() && !m_hasHello && deadline.hasExpired()) {
             m_transport->End(kPatienceAfterFailure);
             Fail(m_failures.NoAnswerInTime(m_reader.Noise(), m_transport->ErrorOutput()));

@@ -59,6 +59,7 @@ private:
     std::unique_ptr<IChannelTransport> m_transport;
     ChannelFailures m_failures;
     std::chrono::milliseconds m_helloTimeout;
+    std::function<bool()> m_isStillWanted;
     FrameReader m_reader;
     ShapeCache m_shapes;
     QHash<std::uint32_t, Sent> m_sent; // calls without a Result, dropped ones too

@@ -23,19 +23,18 @@ constexpr int kCommandNotExecutable = 126;
 /// ssh's own failure, whatever it was.
 constexpr int kSshFailed = 255;
 
-/// What ssh says when it got to the computer but wasn't let in, or didn't trust it.
-constexpr std::array kSshRefusals{
-    QByteArrayView("Permission denied ("),
-    QByteArrayView("Host key verification failed"),
-    QByteArrayView("REMOTE HOST IDENTIFICATION HAS CHANGED"),
-    QByteArrayView("Too many authentication failures"),
+struct SshRefusal {
+    QByteArrayView words;
+    ChannelText text;
 };
 
-bool IsRefusal(const QByteArray& errorOutput)
-{
-    return std::any_of(kSshRefusals.begin(), kSshRefusals.end(),
-                       [&](QByteArrayView refusal) { return errorOutput.contains(refusal); });
-}
+/// What ssh says when it got to the computer but wasn't let in, or didn't trust it. The first one that it said counts.
+constexpr std::array kSshRefusals{
+    SshRefusal{"REMOTE HOST IDENTIFICATION HAS CHANGED", ChannelText::HostKeyChanged},
+    SshRefusal{"Host key verification failed", ChannelText::HostKeyNotTrusted},
+    SshRefusal{"Permission denied (", ChannelText::AccessRefused},
+    SshRefusal{"Too many authentication failures", ChannelText::AccessRefused},
+};
 
 struct EndMeaning {
     HRESULT code;
@@ -50,8 +49,10 @@ EndMeaning MeaningOfExit(int exitCode, bool remote, const QByteArray& errorOutpu
         return {E_ACCESSDENIED, ChannelText::NotExecutable};
     if (!remote || exitCode != kSshFailed)
         return {RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello};
-    if (IsRefusal(errorOutput))
-        return {E_ACCESSDENIED, ChannelText::AccessRefused};
+    for (const SshRefusal& refusal : kSshRefusals) {
+        if (errorOutput.contains(refusal.words))
+            return {E_ACCESSDENIED, refusal.text};
+    }
     return {RPC_S_SERVER_UNAVAILABLE, ChannelText::HostUnreachable};
 }
 
@@ -124,6 +125,11 @@ ChannelFailure ChannelFailures::NoAnswerInTime(const QByteArray& noise, const QB
     const double seconds = std::chrono::duration<double>(m_command.helloTimeout).count();
     return {RPC_S_SERVER_UNAVAILABLE,
             WithWords(Sentence(ChannelText::NoAnswerInTime).arg(seconds), Joined(noise, errorOutput))};
+}
+
+ChannelFailure ChannelFailures::Cancelled() const
+{
+    return {HR_CANCELLED, Sentence(ChannelText::Cancelled)};
 }
 
 ChannelFailure ChannelFailures::VersionMismatch(int peersVersion, const QByteArray& errorOutput) const

@@ -28,6 +28,8 @@ public:
     ChannelFailure EndedBeforeHello(const TransportEnd& end, const QByteArray& noise,
                                     const QByteArray& errorOutput) const;
     ChannelFailure NoAnswerInTime(const QByteArray& noise, const QByteArray& errorOutput) const;
+    /// The person gave the connection up.
+    ChannelFailure Cancelled() const;
     ChannelFailure VersionMismatch(int peersVersion, const QByteArray& errorOutput) const;
     /// `what` says what is wrong with the data.
     ChannelFailure InvalidData(const QString& what, const QByteArray& noise, const QByteArray& errorOutput) const;

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 
 namespace quenvolta
 {
@@ -28,6 +29,10 @@ struct ChannelOptions {
     /// How long a provider may take to its first message.
     std::chrono::milliseconds localHelloTimeout = std::chrono::seconds(15);
     std::chrono::milliseconds remoteHelloTimeout = std::chrono::seconds(60);
+
+    /// Asked several times a second while a named computer is being connected to; false gives it up. May run an event
+    /// loop. Empty: nobody can give up.
+    std::function<bool(const QString& computer)> isStillWanted;
 
     /// What this program tells the provider of itself.
     QMap<QString, QString> about;

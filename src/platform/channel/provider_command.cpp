@@ -34,7 +34,11 @@ ProviderCommand RemoteCommand(const ChannelOptions& options, const ComputerName&
     QMap<QString, QString> environment = options.sshEnvironment;
     // Its words are told apart by their English wording.
     environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-    return {options.sshProgram, arguments, environment, options.remoteHelloTimeout, true, computer.host};
+    ProviderCommand command{options.sshProgram,         arguments, environment,
+                            options.remoteHelloTimeout, true,      computer.host};
+    if (options.isStillWanted)
+        command.isStillWanted = [ask = options.isStillWanted, host = computer.host] { return ask(host); };
+    return command;
 }
 
 } // namespace

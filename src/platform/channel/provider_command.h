@@ -16,6 +16,8 @@ struct ProviderCommand {
     bool remote = false;
     /// The computer as it is shown to a person.
     QString computer;
+    /// Asked while the first message is waited for; false gives it up. May be empty.
+    std::function<bool()> isStillWanted = {};
 };
 
 /// The command for a computer.
