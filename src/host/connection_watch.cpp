@@ -26,11 +26,19 @@ ConnectionWatch::ConnectionWatch()
     m_end.setInterval(0);
     QObject::connect(&m_end, &QTimer::timeout, &m_end, [this] {
         if (!m_isAsking)
-            m_dialog.reset();
+            CloseDialog();
     });
 }
 
-ConnectionWatch::~ConnectionWatch() = default;
+ConnectionWatch::~ConnectionWatch()
+{
+    CloseDialog();
+}
+
+void ConnectionWatch::CloseDialog()
+{
+    delete m_dialog; // its window may be gone, and it with it
+}
 
 bool ConnectionWatch::IsStillWanted(const QString& computer)
 {
@@ -38,14 +46,14 @@ bool ConnectionWatch::IsStillWanted(const QString& computer)
         return true; // a connection from within the events below: it goes on without a dialog of its own
     if (!m_sinceLast.isValid() || m_sinceLast.elapsed() > kGapMs) {
         m_sinceBegin.start();
-        m_dialog.reset();
+        CloseDialog();
     }
     m_sinceLast.start();
     if (m_sinceBegin.elapsed() < kShowAfterMs)
         return true;
     m_isAsking = true;
     if (!m_dialog) {
-        m_dialog = std::make_unique<CConnectingDlg>(m_parent, computer);
+        m_dialog = new CConnectingDlg(m_parent, computer);
         m_dialog->setModal(true);
         m_dialog->show();
     }
@@ -55,9 +63,9 @@ bool ConnectionWatch::IsStillWanted(const QString& computer)
     QCoreApplication::processEvents(QEventLoop::AllEvents, kEventsMs);
     QGuiApplication::restoreOverrideCursor();
     m_isAsking = false;
-    const bool isWanted = m_dialog->isVisible();
+    const bool isWanted = m_dialog && m_dialog->isVisible();
     if (!isWanted)
-        m_dialog.reset();
+        CloseDialog();
     m_sinceLast.start();
     m_end.start();
     return isWanted;

@@ -5,8 +5,6 @@
 #include <QTimer>
 #include <QWidget>
 
-#include <memory>
-
 namespace quenvolta
 {
 
@@ -28,8 +26,10 @@ public:
     bool IsStillWanted(const QString& computer);
 
 private:
+    void CloseDialog();
+
     QPointer<QWidget> m_parent;
-    std::unique_ptr<CConnectingDlg> m_dialog;
+    QPointer<CConnectingDlg> m_dialog;
     QTimer m_end;
     QElapsedTimer m_sinceBegin;
     QElapsedTimer m_sinceLast;

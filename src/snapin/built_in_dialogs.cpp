@@ -36,6 +36,7 @@ DialogTable MakeTable()
     table.Add(Kind::EditGroup, [](const Request& r) { return Run(CGroupDlg(r.parent, r.model, r.account)); });
     table.Add(Kind::GlobalPermissions, &ShowGlobalPermissions);
     table.Add(Kind::RepositoryProperties, &ShowRepositoryProperties);
+    table.Add(Kind::RepositoryHooks, &ShowRepositoryProperties);
     table.Add(Kind::CreateFolder,
               [](const Request& r) { return Run(CCreateFolderDlg(r.parent, r.model, r.position)); });
     table.Add(Kind::CreateProjectStructure,

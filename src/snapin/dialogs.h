@@ -30,7 +30,9 @@ enum class DialogKind {
     ImportRepository,
     UpgradeRepositories,
     GlobalPermissions,    ///< the property sheet of "Repositories"
-    RepositoryProperties, ///< of a repository or an entry; `page` comes first
+    RepositoryProperties, ///< of a repository or an entry
+    RepositoryHooks,      ///< the same at this `page`
+    RepositoryDelegation, ///< the same at this `page`
     CreateFolder,
     CreateProjectStructure,
     DeleteFolder,

@@ -110,7 +110,7 @@ HRESULT CMMCComponent::ControlbarNotify(const DataObjectPtr& object, const MMCNo
     if (notification.type != MMC_NOTIFY_TYPE::MMCN_SELECT || m_controlbar == nullptr)
         return E_NOTIMPL;
     const std::shared_ptr<CSnapInItem> item = m_data.FindItem(object);
-    return AtBoundary(m_data.Messages(), [&] { return SelectToolbars(notification.on ? item : nullptr); });
+    return QuietlyAtBoundary([&] { return SelectToolbars(notification.on ? item : nullptr); });
 }
 
 HRESULT CMMCComponent::SelectToolbars(const std::shared_ptr<CSnapInItem>& item)

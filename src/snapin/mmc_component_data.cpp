@@ -78,7 +78,7 @@ HRESULT CMMCComponentData::AddMenuItems(const DataObjectPtr& object, IContextMen
     const std::shared_ptr<CSnapInItem> item = FindItem(object);
     if (!item)
         return E_UNEXPECTED;
-    return AtBoundary(Messages(), [&] { return item->AddMenuItems(callback, insertionAllowed); });
+    return QuietlyAtBoundary([&] { return item->AddMenuItems(callback, insertionAllowed); });
 }
 
 HRESULT CMMCComponentData::Command(int command, const DataObjectPtr& object)

@@ -17,4 +17,15 @@ HRESULT AtBoundary(IcMessages& messages, Body&& body)
     return result;
 }
 
+/// The same without showing: for what the console asks by itself whenever something is selected.
+template <typename Body>
+HRESULT QuietlyAtBoundary(Body&& body)
+{
+    try {
+        return std::forward<Body>(body)();
+    } catch (const Exception&) {
+        return E_FAIL; // what is wrong shows when something is done
+    }
+}
+
 } // namespace quenvolta

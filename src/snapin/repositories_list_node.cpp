@@ -46,7 +46,7 @@ std::span<const CommandHandler<CRepositoriesListNode>> CRepositoriesListNode::Co
     using Node = CRepositoriesListNode;
     static constexpr std::array kCommands{
         CommandHandler<Node>{CommandId::kCreateRepository, &Node::CreateRepository, DialogKind::CreateRepository},
-        CommandHandler<Node>{CommandId::kImportRepository, &Node::ImportRepository, DialogKind::ImportRepository},
+        CommandHandler<Node>{CommandId::kImportRepository, &Node::ImportRepository},
         CommandHandler<Node>{CommandId::kBrowse, &Node::Browse},
         CommandHandler<Node>{CommandId::kManageSecurity, &Node::ShowProperties, DialogKind::GlobalPermissions},
         CommandHandler<Node>{CommandId::kProperties, &Node::ShowProperties, DialogKind::GlobalPermissions},
@@ -63,8 +63,13 @@ int CRepositoriesListNode::GetMenuId()
 
 CommandState CRepositoriesListNode::RuleOf(int command)
 {
-    const bool isHidden = command == CommandId::kProperties && !AreGlobalPermissionsAvailable();
-    return isHidden ? CommandState::Hidden : CommandState::Enabled;
+    if (command == CommandId::kProperties && !AreGlobalPermissionsAvailable())
+        return CommandState::Hidden;
+    // An old server's answer needs no dialog.
+    const bool lacksImport = command == CommandId::kImportRepository &&
+                             Model().HasCapability(ServerCapability::kRepositoryImport) &&
+                             !Services().dialogs.Has(DialogKind::ImportRepository);
+    return lacksImport ? CommandState::Grayed : CommandState::Enabled;
 }
 
 void CRepositoriesListNode::CreateRepository(IConsole& console)

@@ -107,12 +107,12 @@ bool CRepositoryRootNode::IsCommandEnabled(int command)
 
 void CRepositoryRootNode::ManageHooks(IConsole& console)
 {
-    OpenDialog(DialogKind::RepositoryProperties, OwnRequest(console, kHooksPage));
+    OpenDialog(DialogKind::RepositoryHooks, OwnRequest(console, kHooksPage));
 }
 
 void CRepositoryRootNode::ManageDelegation(IConsole& console)
 {
-    OpenDialog(DialogKind::RepositoryProperties, OwnRequest(console, kDelegationPage));
+    OpenDialog(DialogKind::RepositoryDelegation, OwnRequest(console, kDelegationPage));
 }
 
 void CRepositoryRootNode::ConvertToQdfs(IConsole& console)

@@ -208,8 +208,8 @@ TEST_F(CommandsTest, CommandsOpenTheirDialogs)
     expect(kRepositories, kProperties, DialogKind::GlobalPermissions);
     expect(kRepositories, kManageSecurity, DialogKind::GlobalPermissions);
     EXPECT_EQ(position, (TreePosition{QString(), u"/"_s}));
-    expect(kRepository, kManageHooks, DialogKind::RepositoryProperties, 1);
-    expect(kRepository, kManageDelegation, DialogKind::RepositoryProperties, 2);
+    expect(kRepository, kManageHooks, DialogKind::RepositoryHooks, 1);
+    expect(kRepository, kManageDelegation, DialogKind::RepositoryDelegation, 2);
     expect(kRepository, kConvertToFsfs, DialogKind::ConvertToFsfs);
     expect(kRepository, kExportReplicationSeed, DialogKind::ExportReplicationSeed);
     EXPECT_EQ(position, (TreePosition{u"web"_s, u"/"_s}));
@@ -277,6 +277,8 @@ TEST_F(CommandsTest, CommandsWithoutTheirDialogAreDisabled)
 TEST_F(CommandsTest, OldServersImportNothing)
 {
     Load(u"2.8"_s);
+    const DialogTable none;
+    loaded->dialogs = &none;
     Open();
     EXPECT_EQ(Run(kRepositories, kImportRepository), S_OK);
     EXPECT_TRUE(opened.isEmpty());
