@@ -4,6 +4,7 @@
 #include "ui/string_table.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 namespace quenvolta
@@ -16,6 +17,13 @@ namespace
 
 constexpr int kNameColumn = 0;
 constexpr int kColumns = 2;
+
+QString KindText(AccountKind kind)
+{
+    constexpr std::array kTexts{StringId::kEveryone, StringId::kUserName, StringId::kGroupName,
+                                StringId::kWindowsAccount};
+    return LoadString(kTexts[static_cast<std::size_t>(kind)]);
+}
 
 } // namespace
 
@@ -106,6 +114,8 @@ QVariant PermissionListModel::data(const QModelIndex& index, int role) const
         if (index.column() == kNameColumn)
             return m_icons.IconOf(item.account.kind, item.explicitLevel.has_value());
         return {};
+    case Qt::AccessibleDescriptionRole:
+        return KindText(item.account.kind); // else only the icon tells a group from a user of the same name
     case Qt::ToolTipRole:
         return ToolTip(item).toHtmlEscaped();
     default:

@@ -5,9 +5,10 @@
 #include "accounts/reached_users_dlg.h"
 #include "accounts_test.h"
 
-#include <QElapsedTimer>
 #include <QListView>
 #include <QTreeView>
+
+#include <ctime>
 
 namespace quenvolta
 {
@@ -260,8 +261,7 @@ TEST_F(GroupsTest, FiveThousandAccountsStayQuick)
         members.append(UserPath(server.data.users.last()));
     }
     server.data.groups.append({u"all"_s, members});
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock();
     CGroupDlg dialog(nullptr, model, u"all"_s);
     Open(dialog);
     const ModalDriver driver([](QWidget& modal) {
@@ -276,7 +276,7 @@ TEST_F(GroupsTest, FiveThousandAccountsStayQuick)
     EXPECT_EQ(Members(dialog).selectionModel()->selection().indexes().size(), kMany + 3);
     Click(dialog, "remove");
     EXPECT_EQ(Rows(Members(dialog)), QStringList());
-    EXPECT_LT(timer.elapsed(), kLongestMs);
+    EXPECT_LT(std::clock() - begin, kLongestMs * CLOCKS_PER_SEC / 1000);
 }
 
 } // namespace

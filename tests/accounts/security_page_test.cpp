@@ -3,10 +3,11 @@
 #include "accounts_test.h"
 #include "ui/property_sheet.h"
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTreeView>
+
+#include <ctime>
 
 namespace quenvolta
 {
@@ -285,8 +286,7 @@ TEST_F(SecurityPageTest, FiveThousandAccountsStayQuick)
         At({u"r"_s, u"/"_s}).append({kUser, u"user%1"_s.arg(i), 1});
         At({u"r"_s, u"/a"_s}).append({kUser, u"other%1"_s.arg(i), 1});
     }
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock();
     OpenPage({u"r"_s, u"/a"_s});
     List().selectAll();
     Choose("readWrite");
@@ -298,7 +298,7 @@ TEST_F(SecurityPageTest, FiveThousandAccountsStayQuick)
     List().selectAll();
     Press(QDialogButtonBox::Apply);
     EXPECT_EQ(At({u"r"_s, u"/a"_s}).size(), 2 * kMany + 4 - 111);
-    EXPECT_LT(timer.elapsed(), kLongestMs);
+    EXPECT_LT(std::clock() - begin, kLongestMs * CLOCKS_PER_SEC / 1000);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "permission_cases.h"
+#include "permission_model.h"
 #include "provider/accounts/access_rules.h"
 #include "provider/accounts/rules_writer.h"
 #include "provider/provider_error.h"

@@ -1,8 +1,9 @@
 #include "provider/standard/directory_class.h"
 #include "server_fixture.h"
 
-#include <QElapsedTimer>
 #include <QSysInfo>
+
+#include <ctime>
 
 namespace quenvolta
 {
@@ -104,11 +105,10 @@ TEST_F(DirectoryTest, HundredThousandAccountsAreSearchedQuicklyAndNeverListed)
     for (int i = 0; i < kMany; ++i)
         users.append({u"user%1"_s.arg(i), u"S-1-22-1-%1"_s.arg(i), u"Full Name %1"_s.arg(i)});
     Use(users);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock();
     EXPECT_EQ(Search(u"e"_s, kAll, 500).size(), 501);
     EXPECT_EQ(Search(u"user99999"_s, kAll), QStringList{u"user:user99999"_s});
-    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_LT(std::clock() - begin, 2 * CLOCKS_PER_SEC);
     for (const int limit : {0, -1, 501})
         EXPECT_THROW(Search(u"e"_s, kAll, limit), ProviderError);
     for (const QString& text : {u""_s, u"  "_s, QString(257, u'x')})

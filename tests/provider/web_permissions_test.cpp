@@ -1,5 +1,5 @@
 #include "foundation/registry_accessor.h"
-#include "permission_cases.h"
+#include "permission_model.h"
 #include "provider/accounts/account_store.h"
 #include "web_fixture.h"
 
