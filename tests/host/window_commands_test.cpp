@@ -151,7 +151,7 @@ TEST_F(WindowCommandsTest, ToolbarsFollowTheSelectionAndTheServer)
     Select({kRepositories}); // hidden without server-wide permissions
     EXPECT_EQ(Buttons(), QStringList());
     Select({kRepositories, u"web"_s});
-    EXPECT_EQ(Buttons(), QStringList{u"Properties"_s});
+    EXPECT_EQ(Buttons(), QStringList{u"Properties (gray)"_s});
     Select({u"Users"_s});
     EXPECT_EQ(Buttons(), QStringList());
     Select({});
