@@ -12,6 +12,7 @@
 #include "platform/registry/registry.h"
 #include "snapin/mmc_extension_about.h"
 #include "ui/message_boxes.h"
+#include "updates/update_site.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -80,7 +81,9 @@ public:
             *locator = m_channels->CreateLocator();
             return S_OK;
         };
-        return {SnapInServices{factory, m_preferences, messages}, m_line.arguments, m_line.extend};
+        SnapInServices services{factory, m_preferences, messages};
+        services.updateService = UpdateSite().Service();
+        return {services, m_line.arguments, m_line.extend};
     }
 
     int OpenWindow()

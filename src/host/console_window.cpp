@@ -1,13 +1,13 @@
 #include "host/console_window.h"
 
 #include "host/command_bars.h"
+#include "host/dashboard_view.h"
 #include "host/file_commands.h"
 #include "host/message_view_page.h"
 #include "host/preferences_dlg.h"
 #include "host/result_sort_model.h"
 #include "host/row_delegate.h"
 #include "host/snap_in_catalog.h"
-#include "host/status_view_page.h"
 #include "host/view_state.h"
 #include "platform/mmc/result_view_type.h"
 #include "ui/guard.h"
@@ -48,10 +48,10 @@ ConsoleWindow::ConsoleWindow(const ISnapinAbout& about, IcMessages& messages, Vi
     m_ui->setupUi(this);
     setWindowIcon(IconNamed(u"app"_s));
     m_messagePage = new MessageViewPage(m_ui->resultViews);
-    m_statusPage = new StatusViewPage(m_ui->resultViews);
+    m_dashboard = new DashboardView(messages, DashboardView::DefaultSource(), m_ui->resultViews);
     m_count = new QLabel(m_ui->statusBar);
     m_ui->resultViews->addWidget(m_messagePage);
-    m_ui->resultViews->addWidget(m_statusPage);
+    m_ui->resultViews->addWidget(m_dashboard);
     m_ui->statusBar->addPermanentWidget(m_count);
     m_ui->panes->setStretchFactor(1, 1);
     QFont bold = m_ui->itemName->font();
@@ -141,6 +141,11 @@ void ConsoleWindow::LoadWhenPainted(SnapInFactory factory)
 void ConsoleWindow::OpenWhenPainted(const QString& fileName)
 {
     m_whenPainted = [this, fileName] { OpenFile(fileName); };
+}
+
+bool ConsoleWindow::WaitUntilDrawn(std::chrono::milliseconds limit)
+{
+    return m_ui->resultViews->currentWidget() != m_dashboard || m_dashboard->WaitUntilDrawn(limit);
 }
 
 void ConsoleWindow::ExpandShownItem()
@@ -261,8 +266,10 @@ IResultView* ConsoleWindow::ResultViewOf(const QString& viewType)
 {
     if (viewType.isEmpty())
         return nullptr;
-    if (viewType != CLSID_MessageView)
-        return m_statusPage;
+    if (viewType != CLSID_MessageView) {
+        m_dashboard->Open(viewType.section(u'/', -1).toInt());
+        return m_dashboard;
+    }
     m_messagePage->Clear();
     return m_messagePage;
 }
@@ -270,7 +277,7 @@ IResultView* ConsoleWindow::ResultViewOf(const QString& viewType)
 void ConsoleWindow::ShowView(const QString& viewType)
 {
     const bool hadFocus = m_ui->resultViews->isAncestorOf(focusWidget());
-    QWidget* page = m_statusPage;
+    QWidget* page = m_dashboard;
     if (viewType.isEmpty())
         page = m_ui->list;
     else if (viewType == CLSID_MessageView)

@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -21,11 +22,11 @@ namespace quenvolta
 {
 
 class CommandBars;
+class DashboardView;
 class FileCommands;
 class MessageViewPage;
 class ResultSortModel;
 class SnapInCatalog;
-class StatusViewPage;
 class ViewState;
 
 /// The console's window: the scope tree, the result pane, menus and bars.
@@ -53,6 +54,8 @@ public:
     /// Opens a console file, or the new console where the file can't be opened.
     void OpenFile(const QString& fileName);
 
+    /// Waits until the result pane shows what it should. False when the time is over first.
+    bool WaitUntilDrawn(std::chrono::milliseconds limit);
     /// Opens the shown item in the tree.
     void ExpandShownItem();
 
@@ -99,7 +102,7 @@ private:
     ViewState* m_state;
     std::unique_ptr<Ui::ConsoleWindow> m_ui;
     MessageViewPage* m_messagePage;
-    StatusViewPage* m_statusPage;
+    DashboardView* m_dashboard;
     QLabel* m_count;
     /// What is done once the window has been painted.
     std::function<void()> m_whenPainted;

@@ -15,6 +15,8 @@ namespace quenvolta
 namespace
 {
 
+constexpr std::chrono::seconds kLongestDrawing(20);
+
 const ScopeEntry& ChildOf(ConsoleHost& host, const ScopeEntry& entry, const QString& name)
 {
     host.Expand(entry.id);
@@ -40,7 +42,8 @@ void ShowItemAt(ConsoleWindow& window, const QStringList& names)
 void WritePicture(ConsoleWindow& window, const QSize& size, const QString& fileName)
 {
     window.resize(size);
-    QCoreApplication::processEvents(); // layouts and the places of items are settled by events
+    QCoreApplication::processEvents();      // layouts and the places of items are settled by events
+    window.WaitUntilDrawn(kLongestDrawing); // a page that is late is in the picture as it is
     if (!window.grab().save(fileName, "PNG"))
         throw SimpleException::FromText(LoadString(StringId::kPictureNotWritten, fileName));
 }

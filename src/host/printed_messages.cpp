@@ -22,4 +22,9 @@ int PrintedMessages::Ask(const TaskQuestion& question)
     return 0;
 }
 
+MessageAnswer PrintedMessages::AskExplained(const ExplainedQuestion& question)
+{
+    return ShowText({MessageIcon::Question, MessageButtons::YesNo}, question.instruction);
+}
+
 } // namespace quenvolta

@@ -12,6 +12,7 @@ public:
     void ShowError(const Exception& exception) override;
     MessageAnswer ShowText(MessageStyle style, const QString& text) override;
     int Ask(const TaskQuestion& question) override;
+    MessageAnswer AskExplained(const ExplainedQuestion& question) override;
 };
 
 } // namespace quenvolta

@@ -1,5 +1,6 @@
 #include "host/status_texts.h"
 
+#include "dashboard/service_state_text.h"
 #include "ui/string_table.h"
 
 #include <array>
@@ -33,16 +34,6 @@ const FailureWords& WordsOf(StatusError error)
 }
 
 } // namespace
-
-QString ServiceStateText(std::uint32_t state)
-{
-    static constexpr std::array kStates{
-        StringId::kServiceStopped, StringId::kServiceStartPending,    StringId::kServiceStopPending,
-        StringId::kServiceRunning, StringId::kServiceContinuePending, StringId::kServicePausePending,
-        StringId::kServicePaused,
-    };
-    return LoadString(state >= 1 && state <= kStates.size() ? kStates[state - 1] : StringId::kServiceUnexpected);
-}
 
 QString QdfsServiceText(const ServiceStatus& service)
 {

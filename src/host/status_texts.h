@@ -1,6 +1,6 @@
 #pragma once
 
-#include "snapin/status_snapshot.h"
+#include "dashboard/status_snapshot.h"
 
 #include <QString>
 
@@ -9,7 +9,6 @@ namespace quenvolta
 
 // The status of the server in words.
 
-QString ServiceStateText(std::uint32_t state);
 QString QdfsServiceText(const ServiceStatus& service);
 QString AuthenticationText(const CStatusSnapshot& status);
 QString LoggingText(const ServerSettings& settings);

@@ -1,5 +1,6 @@
 #include "host/status_view_page.h"
 
+#include "dashboard/service_state_text.h"
 #include "host/page_fonts.h"
 #include "host/status_texts.h"
 #include "ui/icons.h"

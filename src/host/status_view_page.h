@@ -1,6 +1,6 @@
 #pragma once
 
-#include "snapin/status_page.h"
+#include "dashboard/status_snapshot.h"
 
 #include <QScrollArea>
 
@@ -16,8 +16,8 @@ class QLabel;
 namespace quenvolta
 {
 
-/// The root's page: the status of the server, or why it can't be managed.
-class StatusViewPage final : public QScrollArea, public IcStatusPage
+/// The status of the server, or why it can't be managed, in plain widgets: what is shown where no web page can be.
+class StatusViewPage final : public QScrollArea
 {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
     explicit StatusViewPage(QWidget* parent = nullptr);
     ~StatusViewPage() override;
 
-    void ShowStatus(const CStatusSnapshot& status) override;
+    void ShowStatus(const CStatusSnapshot& status);
 
 private:
     void ShowServer(const CStatusSnapshot& status);

@@ -1,12 +1,12 @@
 #include "snapin/mmc_component.h"
 
+#include "dashboard/status_page.h"
 #include "platform/mmc/console.h"
 #include "platform/mmc/image_list.h"
 #include "snapin/mmc_component_data.h"
 #include "snapin/node_images.h"
 #include "snapin/notification_boundary.h"
 #include "snapin/root_item.h"
-#include "snapin/status_page.h"
 #include "snapin/toolbar_resources.h"
 #include "ui/help_site.h"
 #include "ui/shell.h"
@@ -62,6 +62,8 @@ HRESULT CMMCComponent::Notify(const DataObjectPtr& object, const MMCNotification
             break;
         }
         const HRESULT result = item->Notify(*m_console, notification);
+        if (notification.type == MMC_NOTIFY_TYPE::MMCN_SHOW)
+            ListenToPage(notification.on ? item : nullptr);
         if (notification.type == MMC_NOTIFY_TYPE::MMCN_VIEW_CHANGE && item == m_selected.lock())
             item->UpdateToolbars(*this);
         return result;
@@ -144,12 +146,30 @@ HRESULT CMMCComponent::AttachToolbar(int resource)
     return m_controlbar->Attach(*toolbar);
 }
 
-void CMMCComponent::RenderPage(IBaseNode& node)
+IcStatusPage* CMMCComponent::Page() const
 {
     IResultView* view = nullptr;
     if (m_console == nullptr || Failed(m_console->QueryResultView(&view)))
+        return nullptr;
+    return dynamic_cast<IcStatusPage*>(view);
+}
+
+void CMMCComponent::ListenToPage(const std::shared_ptr<CSnapInItem>& item)
+{
+    IcStatusPage* page = Page();
+    if (page == nullptr)
         return;
-    if (auto* page = dynamic_cast<IcStatusPage*>(view))
+    const auto handle = [this, shown = std::weak_ptr(item)](const QString& address) {
+        const std::shared_ptr<CSnapInItem> alive = shown.lock();
+        auto* node = dynamic_cast<IBaseNode*>(alive.get());
+        return node != nullptr && node->HandleCommandLink(address, *m_console);
+    };
+    page->SetLinkHandler(item ? IcStatusPage::LinkHandler(handle) : IcStatusPage::LinkHandler());
+}
+
+void CMMCComponent::RenderPage(IBaseNode& node)
+{
+    if (IcStatusPage* page = Page())
         node.RenderStatus(*page);
 }
 

@@ -15,6 +15,7 @@ namespace quenvolta
 
 class CMMCComponentData;
 class CSnapInItem;
+class IcStatusPage;
 
 /// The snap-in in one view.
 class CMMCComponent final : public IComponent,
@@ -48,6 +49,10 @@ private:
     void RenderPage(IBaseNode& node) override;
     IConsole* GetConsole() const override { return m_console; }
 
+    /// Null while the view shows something else.
+    IcStatusPage* Page() const;
+    /// Has the links of the page run by the item; by nobody for null.
+    void ListenToPage(const std::shared_ptr<CSnapInItem>& item);
     HRESULT ShowHelp();
     HRESULT SelectToolbars(const std::shared_ptr<CSnapInItem>& item);
     HRESULT AttachToolbar(int resource);

@@ -14,7 +14,7 @@ namespace quenvolta
 {
 
 CMMCComponentData::CMMCComponentData(const SnapInServices& services, bool extension)
-    : m_model(services.locatorFactory, services.preferences)
+    : m_model(services.locatorFactory, services.preferences, services.updateService)
     , m_services{m_model, services.messages, services.preferences, services.shell, services.dialogs}
     , m_root(std::make_shared<CRootItem>(m_services, extension))
     , m_compManagerItem(std::make_shared<CCompManagerExtensionItem>(*this))

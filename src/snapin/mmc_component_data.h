@@ -27,6 +27,7 @@ struct SnapInServices {
     IcMessages& messages;
     const IcShell& shell = CDesktopShell::Instance();
     const DialogTable& dialogs = DialogTable::BuiltIn();
+    UpdateService updateService = {};
 };
 
 /// The snap-in in one console: the model of the managed server, the root of the tree, and what the tree does when the

@@ -1,12 +1,13 @@
 #include "snapin/root_item.h"
 
+#include "dashboard/dashboard_status.h"
+#include "dashboard/status_page.h"
 #include "model/model.h"
 #include "snapin/command_id.h"
 #include "snapin/groups_list_node.h"
 #include "snapin/node_images.h"
 #include "snapin/repositories_list_node.h"
 #include "snapin/service_rules.h"
-#include "snapin/status_page.h"
 #include "snapin/status_text.h"
 #include "snapin/users_list_node.h"
 #include "ui/guard.h"
@@ -147,7 +148,11 @@ void CRootItem::RenderStatus(IcStatusPage& page)
     if (m_countsStale && m_status.isRead)
         m_status.ReadCounts(Model());
     m_countsStale = false;
-    page.ShowStatus(m_status);
+    page.ShowStatus({.server = m_status,
+                     .update = Model().GetUpdateInfo(),
+                     .updateCheckDisabled = Model().IsUpdateCheckDisabled(),
+                     .isStandalone = !m_extension,
+                     .links = OfferedLinks()});
 }
 
 void CRootItem::Rebuild(IConsole& console)

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "dashboard/command_link.h"
+#include "dashboard/status_snapshot.h"
 #include "snapin/base_node_item.h"
-#include "snapin/status_snapshot.h"
+
+#include <QSet>
 
 #include <memory>
+#include <span>
 
 namespace quenvolta
 {
@@ -26,6 +30,7 @@ public:
     static std::span<const CommandHandler<CRootItem>> Commands();
     QList<int> Toolbars() const override;
     HRESULT GetResultViewType(QString* viewType) override;
+    bool HandleCommandLink(const QString& address, IConsole& console) override;
     void RenderStatus(IcStatusPage& page) override;
 
     /// Forgets where the root is in the tree, to be inserted anew.
@@ -56,6 +61,9 @@ protected:
     HRESULT OnPreload(IConsole& console, HSCOPEITEM item) override;
 
 private:
+    /// The links that lead somewhere now.
+    QSet<CommandLink> OfferedLinks();
+
     void Connect(IConsole& console);
     void Start(IConsole& console);
     void Stop(IConsole& console);
@@ -63,6 +71,23 @@ private:
     void ShowProperties(IConsole& console);
     void StartCommandPrompt(IConsole& console);
     void RunServices(IConsole& console, const QList<ServiceOperation>& operations);
+
+    struct LinkAction;
+    static std::span<const LinkAction> LinkActions();
+    bool IsOffered(const LinkAction& action);
+    void Browse(IConsole& console);
+    void CreateUser(IConsole& console);
+    void CreateGroup(IConsole& console);
+    void CreateRepository(IConsole& console);
+    void ImportRepository(IConsole& console);
+    void ProvideFeedback(IConsole& console);
+    void SubscribeForUpdates(IConsole& console);
+    void ShowVersionInfo(IConsole& console);
+    void OpenEventViewer(IConsole& console);
+    void ConfigureLogging(IConsole& console);
+    void ConfigureAuth(IConsole& console);
+    void ShowUpdate(IConsole& console);
+    void EnableQdfsService(IConsole& console);
 
     HRESULT BuildChildren(IConsole& console);
 

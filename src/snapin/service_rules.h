@@ -1,7 +1,7 @@
 #pragma once
 
+#include "dashboard/status_snapshot.h"
 #include "snapin/service_operation.h"
-#include "snapin/status_snapshot.h"
 
 #include <QList>
 

@@ -3,6 +3,7 @@
 #include "foundation/wmi_client_exception.h"
 #include "ui/arrow_cursor.h"
 #include "ui/guidance.h"
+#include "ui/help_site.h"
 
 #include <QHash>
 #include <QMessageBox>
@@ -70,6 +71,22 @@ MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text)
         box.exec();
         return MessageAnswer::Ok;
     }
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+MessageAnswer AskExplained(QWidget* parent, const ExplainedQuestion& question)
+{
+    const ArrowCursor cursor;
+    QMessageBox box(parent);
+    box.setWindowTitle(LoadString(StringId::kCaption));
+    box.setIcon(QMessageBox::Question);
+    box.setTextFormat(Qt::RichText);
+    box.setText(u"<b>%1</b>"_s.arg(question.instruction.toHtmlEscaped()));
+    box.setInformativeText(question.content.toHtmlEscaped() + u"<br><br>"_s +
+                           LinkTo(HelpUrl(question.helpPage), question.helpLabel)); // a message box opens its links
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);

@@ -18,6 +18,9 @@ MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text)
 /// Asks a question with choices of its own; the number of the chosen button, 0 for Cancel and for closing.
 int AskTask(QWidget* parent, const TaskQuestion& question);
 
+/// Asks a question to be answered with Yes or No.
+MessageAnswer AskExplained(QWidget* parent, const ExplainedQuestion& question);
+
 /// Shows a text of the string table, its inserts filled, in a message box.
 template <typename... Inserts>
 MessageAnswer ShowMessage(QWidget* parent, MessageStyle style, int id, const Inserts&... inserts)
@@ -38,6 +41,10 @@ public:
         return quenvolta::ShowText(m_parent, style, text);
     }
     int Ask(const TaskQuestion& question) override { return AskTask(m_parent, question); }
+    MessageAnswer AskExplained(const ExplainedQuestion& question) override
+    {
+        return quenvolta::AskExplained(m_parent, question);
+    }
 
 private:
     QPointer<QWidget> m_parent;

@@ -49,6 +49,16 @@ struct TaskQuestion {
     QList<TaskButton> buttons;
 };
 
+/// A question to be answered with Yes or No, with a page where the administrator can read about it.
+struct ExplainedQuestion {
+    // Plain texts.
+    QString instruction;
+    QString content;
+    QString helpLabel;
+    /// The path of a page of the help-link site.
+    QString helpPage;
+};
+
 /// How code without a window of its own tells and asks the administrator.
 class IcMessages
 {
@@ -59,6 +69,8 @@ public:
     virtual MessageAnswer ShowText(MessageStyle style, const QString& text) = 0;
     /// The number of the chosen button; 0 for Cancel and for closing.
     virtual int Ask(const TaskQuestion& question) = 0;
+    /// Closing the box answers No, which is the default.
+    virtual MessageAnswer AskExplained(const ExplainedQuestion& question) = 0;
 
     /// ShowText with a text of the string table.
     template <typename... Inserts>

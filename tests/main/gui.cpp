@@ -6,6 +6,8 @@ int main(int argc, char** argv)
 {
     // Windows of tests open nowhere, whatever display there is.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Only the tests of the dashboard start a web view.
+    qputenv("QUENVOLTA_DASHBOARD", "plain");
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("quenvolta"));
     QCoreApplication::setApplicationName(QStringLiteral("test"));

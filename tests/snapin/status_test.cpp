@@ -1,8 +1,8 @@
+#include "dashboard/status_snapshot.h"
 #include "foundation/com_exception.h"
 #include "foundation/server_not_installed_exception.h"
 #include "foundation/simple_exception.h"
 #include "snapin/computer_option.h"
-#include "snapin/status_snapshot.h"
 #include "snapin_test.h"
 
 namespace quenvolta

@@ -26,6 +26,12 @@ public:
         return chosenButton;
     }
 
+    MessageAnswer AskExplained(const ExplainedQuestion& question) override
+    {
+        texts.append(question.instruction);
+        return answer;
+    }
+
     QStringList errors;
     QStringList texts;
     MessageStyle lastStyle;

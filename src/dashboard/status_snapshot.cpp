@@ -1,4 +1,4 @@
-#include "snapin/status_snapshot.h"
+#include "dashboard/status_snapshot.h"
 
 #include "foundation/com_exception.h"
 #include "foundation/server_not_installed_exception.h"

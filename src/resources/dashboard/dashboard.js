@@ -1,0 +1,35 @@
+// The functions that the console calls, and the page's keys.
+
+function selectPanel(panelId) {
+  var panel = document.getElementById(panelId);
+  if (!panel)
+    return;
+  var siblings = panel.parentNode.children;
+  for (var i = 0; i < siblings.length; ++i)
+    siblings[i].style.display = siblings[i] === panel ? "block" : "none";
+}
+
+function hideChildPanels(parentId) {
+  var parent = document.getElementById(parentId);
+  if (!parent)
+    return;
+  for (var i = 0; i < parent.children.length; ++i)
+    parent.children[i].style.display = "none";
+}
+
+// F5 is the console's: the page never loads itself anew.
+function onKeyDown(event) {
+  if (event.keyCode !== 116)
+    return true;
+  event.preventDefault();
+  event.stopPropagation();
+  return false;
+}
+
+function onContextMenu() {
+  return false;
+}
+
+document.body.onkeydown = onKeyDown;
+document.oncontextmenu = onContextMenu;
+document.title = "loaded";
