@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QThread>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace quenvolta::test
@@ -55,7 +56,8 @@ TEST_F(RealModelTest, RepositoriesOfTheStockToolsAndOfTheModelStandBesideEachOth
     EXPECT_EQ(server.Svn({u"ls"_s, server.FileUrl(u"Made"_s)}), u"branches/\ntags/\ntrunk/\n"_s);
     EXPECT_TRUE(server.Svn({u"log"_s, server.FileUrl(u"Made"_s)}).contains(u"Initial structure."_s));
 
-    const QList<RepositoryEntryInfo> entries = real.model.GetChildren({u"Stock"_s, u"/trunk"_s});
+    QList<RepositoryEntryInfo> entries = real.model.GetChildren({u"Stock"_s, u"/trunk"_s});
+    std::ranges::sort(entries, {}, &RepositoryEntryInfo::path); // the server has no order of its own
     EXPECT_EQ(PathsOf(entries), QStringList({u"/trunk/file10"_s, u"/trunk/file9"_s, u"/trunk/\u00fcber uns"_s}));
     EXPECT_EQ(entries.last().kind, EntryKind::Folder);
     EXPECT_EQ(entries.first().kind, EntryKind::File);
