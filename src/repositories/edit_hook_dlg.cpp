@@ -19,7 +19,8 @@ CEditHookDlg::CEditHookDlg(QWidget* parent, const HookDescription& hook, const Q
     m_ui->setupUi(this);
     setWindowTitle(hook.name);
     m_ui->description->setText(hook.description);
-    const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(QDialog::font().pointSizeF());
     m_ui->script->setFont(font);
     constexpr int kTabWidth = 8; // in characters
     m_ui->script->setTabStopDistance(QFontMetricsF(font).horizontalAdvance(u' ') * kTabWidth);

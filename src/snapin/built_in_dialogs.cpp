@@ -4,6 +4,7 @@
 #include "repositories/create_folder_dlg.h"
 #include "repositories/create_project_dlg.h"
 #include "repositories/delete_folder_dlg.h"
+#include "repositories/repository_wizard/repository_wizard.h"
 #include "snapin/dialogs.h"
 #include "snapin/permission_sheets.h"
 #include "snapin/run_services.h"
@@ -37,6 +38,9 @@ DialogTable MakeTable()
     table.Add(Kind::GlobalPermissions, &ShowGlobalPermissions);
     table.Add(Kind::RepositoryProperties, &ShowRepositoryProperties);
     table.Add(Kind::RepositoryHooks, &ShowRepositoryProperties);
+    table.Add(Kind::CreateRepository, [](const Request& r) {
+        return Run(RepositoryWizard::CRepositoryWizard(r.parent, r.model, r.preferences));
+    });
     table.Add(Kind::CreateFolder,
               [](const Request& r) { return Run(CCreateFolderDlg(r.parent, r.model, r.position)); });
     table.Add(Kind::CreateProjectStructure,

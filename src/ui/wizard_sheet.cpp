@@ -51,10 +51,10 @@ void CWizardSheet::AddPage(int id, CWizardPage* page)
         setStartId(id);
 }
 
-void CWizardSheet::MakeCommitPage(CWizardPage& page, const QString& label)
+void CWizardSheet::MakeWorkPage(CWizardPage& page, const QString& label)
 {
     page.setCommitPage(true);
-    page.setButtonText(CommitButton, label);
+    page.setButtonText(CommitButton, label.isEmpty() ? buttonText(NextButton) : label);
 }
 
 void CWizardSheet::MakeSummaryPage(CWizardPage& page)

@@ -10,7 +10,7 @@ namespace quenvolta
 class CWizardPage;
 
 /// The base of wizards: pages with a header, a help button for pages that have help, and a last page that only tells
-/// what was done. The page whose Next does the work is a commit page; there is no way back behind it.
+/// what was done. The page whose Next does the work is a commit page: there is no way back behind it.
 class CWizardSheet : public QWizard
 {
     Q_OBJECT
@@ -25,8 +25,8 @@ public:
 protected:
     /// Takes the page over. The first page that is added is shown first.
     void AddPage(int id, CWizardPage* page);
-    /// The page's Next carries out what the wizard is for, and is labelled with the text.
-    static void MakeCommitPage(CWizardPage& page, const QString& label);
+    /// The page's Next carries out what the wizard is for. Without a label of its own it reads as on other pages.
+    void MakeWorkPage(CWizardPage& page, const QString& label = {});
     /// The page tells what was done.
     static void MakeSummaryPage(CWizardPage& page);
 

@@ -127,4 +127,15 @@ QString RealServer::Run(const QString& program, const QStringList& arguments)
     return outcome.output;
 }
 
+QStringList RealServer::HiddenFolders() const
+{
+    return QDir(RepositoriesFolder()).entryList({u".*"_s}, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+bool RealServer::IsImporting() const
+{
+    const QString staging = HiddenFolders().value(0);
+    return !staging.isEmpty() && QFile::exists(RepositoriesFolder() + u'/' + staging + "/repository/db/revs/0/20"_L1);
+}
+
 } // namespace quenvolta::test

@@ -23,6 +23,10 @@ public:
 
     QString DataFolder() const { return m_folder.filePath(QStringLiteral("data")); }
     QString RepositoriesFolder() const { return DataFolder() + QStringLiteral("/repositories"); }
+    /// The hidden folders in which imported repositories are put together.
+    QStringList HiddenFolders() const;
+    /// Whether an import has put some revisions together and goes on.
+    bool IsImporting() const;
     /// A folder of the test's own beside the data.
     QString Scratch(const QString& name) const { return m_folder.filePath(name); }
 
