@@ -46,7 +46,7 @@ protected:
     QString Fsfs(const QString& name, const QString& permissions)
     {
         return AsText(u"Repository Type: FSFS\r\n\r\nRepository Name: %1\r\n\r\nRepository URL: %2\r\n\r\n"
-                     "Configured repository permissions:\r\n%3"_s.arg(name, Url(name), permissions));
+                      "Configured repository permissions:\r\n%3"_s.arg(name, Url(name), permissions));
     }
     /// Picks the one account that the managed computer's directory finds.
     void AddReplicator()
@@ -234,8 +234,8 @@ TEST_F(WizardCreationTest, AnImportedMasterIsWatchedAndCanBeCancelled)
     EXPECT_TRUE(std::get<bool>(given[u"ImportHooks"_s]));
     EXPECT_EQ(Summary(),
               AsText(u"Repository Type: QDFS (master)\r\n\r\nRepository Name: copy\r\n\r\nRepository URL: %1\r\n\r\n"
-                    "Repository data imported from:\r\n/srv/svn/old\r\n\r\n"
-                    "Configured repository replicators:\r\n- No replicators\r\n"_s.arg(Url(u"copy"_s))));
+                     "Repository data imported from:\r\n/srv/svn/old\r\n\r\n"
+                     "Configured repository replicators:\r\n- No replicators\r\n"_s.arg(Url(u"copy"_s))));
 }
 
 TEST_F(WizardCreationTest, ASlaveIsCreatedWhenItsNameIsLeft)
@@ -255,7 +255,7 @@ TEST_F(WizardCreationTest, ASlaveIsCreatedWhenItsNameIsLeft)
     EXPECT_EQ(Made(u"far"_s).masterServer + Made(u"far"_s).masterRepository, u"hub1web");
     EXPECT_EQ(Summary(),
               AsText(u"Repository Type: QDFS (slave)\r\n\r\nRepository Name: far\r\n\r\nRepository URL: %1\r\n\r\n"
-                    "Master QDFS server: hub1\r\n\r\nMaster QDFS repository: web\r\n"_s.arg(Url(u"far"_s))));
+                     "Master QDFS server: hub1\r\n\r\nMaster QDFS repository: web\r\n"_s.arg(Url(u"far"_s))));
 }
 
 TEST_F(WizardCreationTest, WhatWasCreatedBeforeAFailureStaysAndItsNameIsTaken)

@@ -3,9 +3,9 @@
 #include "repository_wizard_test.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
-#include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 #include <QTextBrowser>
