@@ -33,6 +33,7 @@ public:
     }
     MessageAnswer ShowText(MessageStyle, const QString&) override { return MessageAnswer::No; }
     int Ask(const TaskQuestion&) override { return 0; }
+    MessageAnswer AskExplained(const ExplainedQuestion&) override { return MessageAnswer::No; }
 };
 
 void Expand(benchmark::State& state, BenchServer& server)

@@ -1,6 +1,7 @@
 #include "accounts/create_user_dlg.h"
 #include "accounts/group_dlg.h"
 #include "accounts/set_password_dlg.h"
+#include "repositories/consistency_check.h"
 #include "repositories/create_folder_dlg.h"
 #include "repositories/create_project_dlg.h"
 #include "repositories/delete_folder_dlg.h"
@@ -47,6 +48,10 @@ DialogTable MakeTable()
               [](const Request& r) { return Run(CCreateProjectDlg(r.parent, r.model, r.position)); });
     table.Add(Kind::DeleteFolder,
               [](const Request& r) { return Run(CDeleteFolderDlg(r.parent, r.model, r.position)); });
+    table.Add(Kind::ConsistencyCheck, [](const Request& r) {
+        CheckConsistency(r.parent, r.model, r.messages, r.position.repositoryName);
+        return true;
+    });
     return table;
 }
 

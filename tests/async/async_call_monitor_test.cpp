@@ -1,3 +1,4 @@
+#include "async/activity_kind.h"
 #include "async/async_call_monitor_dlg.h"
 #include "foundation/com_exception.h"
 #include "foundation/wmi_client_exception.h"
@@ -55,6 +56,20 @@ protected:
 };
 
 } // namespace
+
+TEST(ActivityKindTest, WhatCanBeCancelledSaysSoWhenItIs)
+{
+    const ProgressTexts dump = ProgressTextsOf(ActivityKind::ImportDump);
+    EXPECT_EQ(dump.title, u"Quenvolta Server Manager");
+    EXPECT_EQ(dump.text, u"Importing repository from a dump file...");
+    EXPECT_EQ(dump.cancellingText, u"Cancelling repository import...");
+    EXPECT_EQ(ProgressTextsOf(ActivityKind::ImportUntold).text, u"");
+    EXPECT_EQ(ProgressTextsOf(ActivityKind::ExportSeed).cancellingText, u"Cancelling export of replication seed...");
+    const ProgressTexts check = ProgressTextsOf(ActivityKind::CheckConsistency);
+    EXPECT_EQ(check.text, u"Checking replication consistency...");
+    EXPECT_FALSE(check.cancellable);
+    EXPECT_EQ(check.cancellingText, u"");
+}
 
 TEST_F(AsyncCallMonitorTest, ACallThatHasEndedIsNoticedAtTheFirstPollAfterHalfASecond)
 {

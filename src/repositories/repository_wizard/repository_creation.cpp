@@ -1,3 +1,4 @@
+#include "async/activity_kind.h"
 #include "async/async_call_monitor_dlg.h"
 #include "foundation/simple_exception.h"
 #include "model/model.h"
@@ -66,12 +67,7 @@ QString CRepositoryWizard::CreateMaster(const NewRepository& repository)
 
 QString CRepositoryWizard::ImportMaster(const NewRepository& repository)
 {
-    CAsyncCallMonitorDlg progress(this, {.title = LoadString(StringId::kSnapInName),
-                                         .text = LoadString(StringId::kCreatingRepository),
-                                         .detail = LoadString(StringId::kImportMayTakeMinutes),
-                                         .cancellable = true,
-                                         .cancellingText = LoadString(StringId::kCancellingCreation),
-                                         .cancellingDetail = {}});
+    CAsyncCallMonitorDlg progress(this, ProgressTextsOf(ActivityKind::ImportMaster));
     const ImportOptions& options = repository.importOptions;
     m_model.ImportQdfsMaster(repository.name, repository.importPath, options.permissions, options.delegation,
                              options.hooks, progress);
