@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QLabel>
 
+#include <algorithm>
 #include <csignal>
 
 namespace quenvolta
@@ -37,7 +38,8 @@ bool MapsTheWebEngine()
     return maps.readAll().contains("WebEngineCore");
 }
 
-/// The processes that show pages: the web engine's that were begun by another one of it, not by this process.
+/// The processes that show pages, or are ready to: those of the web engine that others of it began (with a sandbox
+/// there are some between), and that began none themselves.
 QList<pid_t> PageProcesses()
 {
     QHash<pid_t, pid_t> parents;
@@ -51,8 +53,14 @@ QList<pid_t> PageProcesses()
         if (text.contains("(QtWebEngine"))
             pages.append(name.toInt());
     }
+    const auto isBelow = [&](pid_t process) {
+        while (process > 1 && process != getpid())
+            process = parents.value(process);
+        return process == getpid();
+    };
+    const QList<pid_t> beginners = parents.values();
     pages.removeIf(
-        [&](pid_t page) { return parents.value(page) == getpid() || parents.value(parents.value(page)) != getpid(); });
+        [&](pid_t page) { return parents.value(page) == getpid() || beginners.contains(page) || !isBelow(page); });
     return pages;
 }
 
@@ -246,9 +254,14 @@ TEST_F(DashboardPageTest, GivesWayToThePlainPageWhenItEndsAndComesBack)
     for (const pid_t page : pages)
         ::kill(page, SIGKILL);
     ASSERT_TRUE(test::WaitInLoop([this] { return view.IsPlain(); }));
+    // One that the engine keeps ready for the next page was killed too, and it must have noticed.
+    ASSERT_TRUE(test::WaitInLoop([&] {
+        return std::ranges::none_of(pages, [](pid_t page) { return QFile::exists(u"/proc/%1"_s.arg(page)); });
+    }));
     EXPECT_TRUE(view.findChild<QLabel*>(u"dashboardNotice"_s)->text().contains(u"ended unexpectedly"_s));
     EXPECT_EQ(view.findChild<QLabel*>(u"httpService"_s)->text(), u"running");
     Open();
+    ASSERT_FALSE(view.IsPlain());
     EXPECT_EQ(Text(u"state"_s), u"running");
 }
 

@@ -52,7 +52,7 @@ protected:
 
 TEST_F(HooksTest, AConfiguredHookStopsARealCommit)
 {
-    const mode_t before = ::umask(0777); // what others may do doesn't depend on it
+    const mode_t before = ::umask(0077); // what others may do doesn't depend on it
     Hooks().Write(kPreCommit, u"#!/bin/sh\nrepository=\"$1\"\necho \"kept out of $repository\" >&2\nexit 1\n"_s);
     ::umask(before);
     const auto commit = [this] {
