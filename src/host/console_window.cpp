@@ -1,15 +1,13 @@
 #include "host/console_window.h"
 
 #include "host/command_bars.h"
-#include "host/dashboard_view.h"
 #include "host/file_commands.h"
-#include "host/message_view_page.h"
 #include "host/preferences_dlg.h"
-#include "host/result_sort_model.h"
+#include "host/result_list_pane.h"
+#include "host/result_views.h"
 #include "host/row_delegate.h"
 #include "host/snap_in_catalog.h"
 #include "host/view_state.h"
-#include "platform/mmc/result_view_type.h"
 #include "ui/guard.h"
 #include "ui/icons.h"
 #include "ui/string_table.h"
@@ -19,7 +17,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
-#include <QScopedValueRollback>
 #include <QStyle>
 
 #include <algorithm>
@@ -32,8 +29,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// The pixels of a font of ordinary size on a screen of 96 dots an inch.
-constexpr double kOrdinaryFontSize = 13.0;
 constexpr int kTreeWidth = 270;
 constexpr int kHeaderAir = 10;
 
@@ -47,25 +42,16 @@ ConsoleWindow::ConsoleWindow(const ISnapinAbout& about, IcMessages& messages, Vi
 {
     m_ui->setupUi(this);
     setWindowIcon(IconNamed(u"app"_s));
-    m_messagePage = new MessageViewPage(m_ui->resultViews);
-    m_dashboard = new DashboardView(messages, DashboardView::DefaultSource(), m_ui->resultViews);
     m_count = new QLabel(m_ui->statusBar);
-    m_ui->resultViews->addWidget(m_messagePage);
-    m_ui->resultViews->addWidget(m_dashboard);
+    m_views = new ResultViews(*m_ui->resultViews, *m_ui->list, messages, this);
+    m_list = std::make_unique<ResultListPane>(m_host, *m_ui->list, *m_ui->filter, state);
     m_ui->statusBar->addPermanentWidget(m_count);
     m_ui->panes->setStretchFactor(1, 1);
     QFont bold = m_ui->itemName->font();
     bold.setBold(true);
     m_ui->itemName->setFont(bold);
     m_ui->tree->setItemDelegate(new RowDelegate(m_ui->tree));
-    m_ui->list->setItemDelegate(new RowDelegate(m_ui->list));
     m_ui->tree->setModel(&m_host.Tree());
-    m_rows = new ResultSortModel(this);
-    m_rows->setSourceModel(&m_host.List());
-    m_ui->list->setModel(m_rows);
-    m_ui->list->header()->setSortIndicatorClearable(true); // the third press brings the snap-in's order back
-    m_ui->list->header()->setSortIndicator(-1, Qt::AscendingOrder);
-    m_ui->list->setSortingEnabled(true);
     m_host.SetMainWindow(this);
     ConnectHost();
     ConnectPanes();
@@ -82,10 +68,9 @@ ConsoleWindow::ConsoleWindow(const ISnapinAbout& about, IcMessages& messages, Vi
 
 ConsoleWindow::~ConsoleWindow()
 {
-    // The views look at models of the host, which goes before them.
+    // They look at models of the host, which goes before them.
     m_ui->tree->setModel(nullptr);
-    m_ui->list->setModel(nullptr);
-    m_rows->setSourceModel(nullptr);
+    m_list.reset();
 }
 
 void ConsoleWindow::SetCatalog(const SnapInCatalog& catalog)
@@ -145,7 +130,7 @@ void ConsoleWindow::OpenWhenPainted(const QString& fileName)
 
 bool ConsoleWindow::WaitUntilDrawn(std::chrono::milliseconds limit)
 {
-    return m_ui->resultViews->currentWidget() != m_dashboard || m_dashboard->WaitUntilDrawn(limit);
+    return m_views->WaitUntilDrawn(limit);
 }
 
 void ConsoleWindow::ExpandShownItem()
@@ -162,11 +147,9 @@ void ConsoleWindow::paintEvent(QPaintEvent* event)
 
 void ConsoleWindow::ConnectHost()
 {
-    m_host.SetResultViews([this](const QString& viewType) { return ResultViewOf(viewType); });
-    connect(&m_host, &ConsoleHost::AboutToLeave, this, &ConsoleWindow::SaveColumns);
+    m_host.SetResultViews([this](const QString& viewType) { return m_views->ViewOf(viewType); });
     connect(&m_host, &ConsoleHost::ShownItemChanged, this, &ConsoleWindow::ShowItem);
     connect(&m_host, &ConsoleHost::ViewChanged, this, &ConsoleWindow::ShowView);
-    connect(&m_host, &ConsoleHost::ColumnInserted, this, &ConsoleWindow::ArrangeColumn);
     connect(&m_host, &ConsoleHost::DescriptionChanged, this,
             [this](const QString& text) { m_ui->itemDescription->SetText(text); });
     connect(&m_host, &ConsoleHost::StatusTextChanged, this, &ConsoleWindow::ShowStatusText);
@@ -176,7 +159,6 @@ void ConsoleWindow::ConnectHost()
 void ConsoleWindow::ConnectPanes()
 {
     ScopeTreeModel& tree = m_host.Tree();
-    ResultListModel& list = m_host.List();
     connect(m_ui->tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& now) {
         if (now.isValid())
             Run([&] { m_host.Show(ScopeTreeModel::EntryOf(now)->id); });
@@ -184,31 +166,20 @@ void ConsoleWindow::ConnectPanes()
     connect(m_ui->tree, &QTreeView::expanded, this, [this](const QModelIndex& expanded) {
         Run([&] { m_host.Expand(ScopeTreeModel::EntryOf(expanded)->id); });
     });
-    connect(m_ui->list, &QTreeView::activated, this, [this](const QModelIndex& opened) {
-        Run([&] { m_host.Open(m_host.TargetAt(m_rows->mapToSource(opened).row())); });
-    });
+    connect(m_list.get(), &ResultListPane::Activated, this,
+            [this](const ConsoleTarget& target) { Run([&] { m_host.Open(target); }); });
+    connect(m_list.get(), &ResultListPane::CountChanged, this, &ConsoleWindow::ShowCount);
     // Later: a selection also changes in the middle of changes of the models.
-    connect(m_ui->list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ConsoleWindow::TakeTarget,
-            Qt::QueuedConnection);
+    connect(m_list.get(), &ResultListPane::SelectionChanged, this, &ConsoleWindow::TakeTarget, Qt::QueuedConnection);
     connect(qApp, &QApplication::focusChanged, this, &ConsoleWindow::TakeTarget, Qt::QueuedConnection);
 
     const auto rename = [this](HSCOPEITEM item, const QString& name) { Run([&] { m_host.Rename(item, name); }); };
     connect(&tree, &ScopeTreeModel::RenameRequested, this, rename, Qt::QueuedConnection);
-    connect(&list, &ResultListModel::RenameRequested, this, rename, Qt::QueuedConnection);
+    connect(&m_host.List(), &ResultListModel::RenameRequested, this, rename, Qt::QueuedConnection);
     connect(&tree, &QAbstractItemModel::dataChanged, this, &ConsoleWindow::ShowNames);
     connect(&tree, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex& parent) {
         if (parent.isValid() && !parent.parent().isValid())
             m_ui->tree->expand(parent); // the root is no more than its children
-    });
-    connect(m_rows, &QAbstractItemModel::rowsInserted, this, &ConsoleWindow::ShowCount);
-    connect(m_rows, &QAbstractItemModel::rowsRemoved, this, &ConsoleWindow::ShowCount);
-    connect(m_rows, &QAbstractItemModel::modelReset, this, &ConsoleWindow::ShowCount);
-    connect(m_ui->filter, &QLineEdit::textChanged, m_rows, &ResultSortModel::SetFilter);
-    m_ui->filter->installEventFilter(this);
-    m_ui->list->installEventFilter(this);
-    connect(m_ui->list->header(), &QHeaderView::sectionResized, this, [this](int section) {
-        if (!m_arrangingColumns && section < m_host.List().columnCount() - 1)
-            m_columnsTouched = true;
     });
     for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{m_ui->tree, m_ui->list}) {
         view->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -262,31 +233,11 @@ void ConsoleWindow::ConnectFileActions()
     m_ui->recentMenu->menuAction()->setEnabled(false); // like the others, until there is a catalog
 }
 
-IResultView* ConsoleWindow::ResultViewOf(const QString& viewType)
-{
-    if (viewType.isEmpty())
-        return nullptr;
-    if (viewType != CLSID_MessageView) {
-        m_dashboard->Open(viewType.section(u'/', -1).toInt());
-        return m_dashboard;
-    }
-    m_messagePage->Clear();
-    return m_messagePage;
-}
-
 void ConsoleWindow::ShowView(const QString& viewType)
 {
-    const bool hadFocus = m_ui->resultViews->isAncestorOf(focusWidget());
-    QWidget* page = m_dashboard;
-    if (viewType.isEmpty())
-        page = m_ui->list;
-    else if (viewType == CLSID_MessageView)
-        page = m_messagePage;
-    m_ui->resultViews->setCurrentWidget(page);
-    m_ui->filter->setVisible(page == m_ui->list);
-    m_ui->filterAction->setEnabled(page == m_ui->list);
-    if (hadFocus)
-        page->setFocus();
+    m_views->Show(viewType);
+    m_ui->filter->setVisible(m_views->ShowsList());
+    m_ui->filterAction->setEnabled(m_views->ShowsList());
     ShowCount();
 }
 
@@ -294,9 +245,7 @@ void ConsoleWindow::ShowItem()
 {
     const ScopeEntry* entry = m_host.Tree().Find(m_host.ShownItem());
     m_ui->tree->setCurrentIndex(entry != nullptr ? m_host.Tree().IndexOf(*entry) : QModelIndex());
-    m_columnsTouched = false;
-    m_ui->filter->clear();
-    m_ui->list->sortByColumn(-1, Qt::AscendingOrder);
+    m_list->BeginItem();
     ShowNames();
 }
 
@@ -322,14 +271,7 @@ void ConsoleWindow::ShowStatusText(const QString& text)
 
 void ConsoleWindow::ShowCount()
 {
-    const bool isList = m_ui->resultViews->currentWidget() == m_ui->list;
-    const int all = m_host.List().rowCount();
-    const int shown = m_rows->rowCount();
-    QString text;
-    if (isList)
-        text = shown == all ? LoadString(StringId::kCountOfItems, all)
-                            : LoadString(StringId::kCountOfFilteredItems, shown, all);
-    m_count->setText(text);
+    m_count->setText(m_views->ShowsList() ? m_list->CountText() : QString());
 }
 
 void ConsoleWindow::ShowVerbs()
@@ -359,24 +301,6 @@ void ConsoleWindow::ShowAbout()
     m_messages.ShowMessage({}, StringId::kAboutText, LoadString(StringId::kSnapInName), version, description, provider);
 }
 
-void ConsoleWindow::ArrangeColumn(int column, int width)
-{
-    const QScopedValueRollback arranging(m_arrangingColumns, true);
-    const QList<int> kept = m_state != nullptr ? m_state->ColumnWidths(m_host.ShownNodeType()) : QList<int>();
-    const double scale = std::max(1.0, QFontInfo(font()).pixelSize() / kOrdinaryFontSize);
-    m_ui->list->header()->resizeSection(column, column < kept.size() ? kept[column] : qRound(width * scale));
-}
-
-void ConsoleWindow::SaveColumns()
-{
-    if (m_state == nullptr || !m_columnsTouched)
-        return;
-    QList<int> widths; // the last column takes what is left
-    for (int column = 0; column < m_host.List().columnCount() - 1; ++column)
-        widths.append(m_ui->list->columnWidth(column));
-    m_state->SaveColumnWidths(m_host.ShownNodeType(), widths);
-}
-
 void ConsoleWindow::TakeTarget()
 {
     const QWidget* focus = QApplication::focusWidget();
@@ -389,15 +313,12 @@ void ConsoleWindow::TakeTarget()
 
 ConsoleTarget ConsoleWindow::SelectedTarget() const
 {
-    const ConsoleTarget shown{.scopeItem = m_host.ShownItem()};
-    if (!m_ui->list->hasFocus())
-        return shown;
-    std::vector<ConsoleTarget> targets;
-    for (const QModelIndex& row : m_ui->list->selectionModel()->selectedRows())
-        targets.push_back(m_host.TargetAt(m_rows->mapToSource(row).row()));
-    if (targets.empty())
-        return shown;
-    return targets.size() == 1 ? targets.front() : ConsoleTarget{.several = std::move(targets)};
+    if (m_ui->list->hasFocus()) {
+        const ConsoleTarget selected = m_list->Selected();
+        if (!selected.IsEmpty())
+            return selected;
+    }
+    return {.scopeItem = m_host.ShownItem()};
 }
 
 void ConsoleWindow::GoUp()
@@ -410,7 +331,7 @@ void ConsoleWindow::GoUp()
 void ConsoleWindow::GoToNextPane()
 {
     if (m_ui->tree->hasFocus())
-        m_ui->resultViews->currentWidget()->setFocus(Qt::TabFocusReason);
+        m_views->Current().setFocus(Qt::TabFocusReason);
     else
         m_ui->tree->setFocus(Qt::TabFocusReason);
 }
@@ -427,47 +348,6 @@ void ConsoleWindow::PopUpActions(QAbstractItemView& view, const QPoint& position
 {
     TakeTarget();
     m_ui->actionMenu->popup(view.viewport()->mapToGlobal(position));
-}
-
-void ConsoleWindow::CloseFilter()
-{
-    m_ui->filter->clear();
-    m_ui->list->setFocus(Qt::OtherFocusReason);
-}
-
-void ConsoleWindow::SelectCurrentRow()
-{
-    QItemSelectionModel* selection = m_ui->list->selectionModel();
-    if (m_ui->list->hasFocus() && !selection->hasSelection() && m_rows->rowCount() > 0) {
-        const QModelIndex current = selection->currentIndex();
-        selection->setCurrentIndex(current.isValid() ? current : m_rows->index(0, 0),
-                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    }
-}
-
-bool ConsoleWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_ui->list && event->type() == QEvent::FocusIn) {
-        // By the keyboard something is selected at once; the mouse says by itself what.
-        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
-        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::OtherFocusReason)
-            QMetaObject::invokeMethod(this, &ConsoleWindow::SelectCurrentRow, Qt::QueuedConnection);
-    }
-    if (watched == m_ui->filter && event->type() == QEvent::KeyPress) {
-        switch (static_cast<const QKeyEvent*>(event)->key()) {
-        case Qt::Key_Escape:
-            CloseFilter();
-            return true;
-        case Qt::Key_Down:
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            m_ui->list->setFocus(Qt::OtherFocusReason);
-            return true;
-        default:
-            break;
-        }
-    }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void ConsoleWindow::AdjustToFont()
@@ -493,7 +373,7 @@ void ConsoleWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    SaveColumns();
+    m_list->SaveColumns();
     if (m_state != nullptr)
         m_state->Save(*this, *m_ui->panes);
     event->accept();

@@ -22,10 +22,9 @@ namespace quenvolta
 {
 
 class CommandBars;
-class DashboardView;
 class FileCommands;
-class MessageViewPage;
-class ResultSortModel;
+class ResultListPane;
+class ResultViews;
 class SnapInCatalog;
 class ViewState;
 
@@ -64,7 +63,6 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -76,7 +74,6 @@ private:
     template <typename Body>
     void Run(Body&& body);
 
-    IResultView* ResultViewOf(const QString& viewType);
     void ShowView(const QString& viewType);
     void ShowItem();
     void ShowNames();
@@ -85,33 +82,26 @@ private:
     void ShowVerbs();
     void ShowAbout();
     void ShowPreferences();
-    void ArrangeColumn(int column, int width);
-    void SaveColumns();
     void TakeTarget();
     ConsoleTarget SelectedTarget() const;
     void GoUp();
     void GoToNextPane();
     void EditName();
     void PopUpActions(QAbstractItemView& view, const QPoint& position);
-    void CloseFilter();
-    void SelectCurrentRow();
     void AdjustToFont();
 
     const ISnapinAbout& m_about;
     IcMessages& m_messages;
     ViewState* m_state;
     std::unique_ptr<Ui::ConsoleWindow> m_ui;
-    MessageViewPage* m_messagePage;
-    DashboardView* m_dashboard;
     QLabel* m_count;
+    ResultViews* m_views;
+    std::unique_ptr<ResultListPane> m_list;
     /// What is done once the window has been painted.
     std::function<void()> m_whenPainted;
     const SnapInCatalog* m_catalog = nullptr;
     std::unique_ptr<FileCommands> m_files;
-    ResultSortModel* m_rows;
     CommandBars* m_commands = nullptr;
-    bool m_arrangingColumns = false;
-    bool m_columnsTouched = false;
     ConsoleHost m_host; // goes first: it no longer speaks to the widgets then
 };
 
