@@ -45,9 +45,11 @@ bool ShowGlobalPermissions(const DialogRequest& request)
 bool ShowRepositoryProperties(const DialogRequest& request)
 {
     const TreePosition& position = request.position;
-    CPropertySheet sheet(request.parent, LoadString(StringId::kPropertiesFor, position.repositoryName, position.path));
+    const bool isRepository = position.path == u"/";
+    CPropertySheet sheet(request.parent, LoadString(StringId::kPropertiesFor, position.repositoryName,
+                                                    isRepository ? QString() : position.path));
     sheet.AddPage(SecurityPageOf(request, position));
-    if (position.path == u"/")
+    if (isRepository)
         sheet.AddPage(HooksPageOf(request));
     sheet.SetActivePage(request.page);
     return sheet.exec() == QDialog::Accepted;

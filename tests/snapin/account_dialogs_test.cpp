@@ -103,7 +103,7 @@ TEST_F(AccountDialogsTest, UsersAndGroupsAreCreatedAndEditedFromTheirMenus)
 TEST_F(AccountDialogsTest, PermissionsAreEditedFromEveryLevelAndTheIconsFollow)
 {
     Load();
-    EditPermissions(u"Repositories/r"_s, u"Properties for /svn/r/"_s, 4);
+    EditPermissions(u"Repositories/r"_s, u"Properties for /svn/r"_s, 4);
     EditPermissions(u"Repositories/r/d"_s, u"Properties for /svn/r/d"_s, 6);
     EditPermissions(u"Repositories/r/f"_s, u"Properties for /svn/r/f"_s, 8);
     EXPECT_EQ(Server().data.permissions.size(), 3);

@@ -85,7 +85,7 @@ protected:
     QStringList log;
     LoggingPage* first = nullptr;
     LoggingPage* second = nullptr;
-    CPropertySheet sheet{nullptr, u"Properties for /svn/r/"_s};
+    CPropertySheet sheet{nullptr, u"Properties for /svn/r"_s};
 };
 
 } // namespace
@@ -93,7 +93,7 @@ protected:
 TEST_F(PropertySheetTest, ChangedPagesAreAppliedInTheirOrderAndApplyFollowsTheChanges)
 {
     Open();
-    EXPECT_EQ(sheet.windowTitle(), u"Properties for /svn/r/");
+    EXPECT_EQ(sheet.windowTitle(), u"Properties for /svn/r");
     EXPECT_EQ(log, QStringList{u"create first"_s});
     EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
     sheet.SetActivePage(1);
