@@ -11,6 +11,11 @@ HRESULT ResultDataAdapter::InsertItem(RESULTDATAITEM* item)
     return m_list.Insert(item);
 }
 
+HRESULT ResultDataAdapter::DeleteItem(HRESULTITEM item)
+{
+    return m_list.Remove(item);
+}
+
 HRESULT ResultDataAdapter::DeleteAllRsltItems()
 {
     m_list.Clear();

@@ -19,6 +19,7 @@ public:
     }
 
     HRESULT InsertItem(RESULTDATAITEM* item) override;
+    HRESULT DeleteItem(HRESULTITEM item) override;
     HRESULT DeleteAllRsltItems() override;
     HRESULT SetDescBarText(const QString& text) override;
 

@@ -8,6 +8,17 @@
 namespace quenvolta
 {
 
+namespace
+{
+
+std::vector<RESULTDATAITEM>::const_iterator FindItem(const std::vector<RESULTDATAITEM>& items, HRESULTITEM id)
+{
+    const auto item = std::ranges::lower_bound(items, id, {}, &RESULTDATAITEM::itemID); // numbered as they came
+    return item != items.end() && item->itemID == id ? item : items.end();
+}
+
+} // namespace
+
 ResultListModel::ResultListModel(ScopeTreeModel& tree, const ImageListAdapter& images, TextSource textSource)
     : m_tree(tree)
     , m_images(images)
@@ -67,6 +78,19 @@ HRESULT ResultListModel::Insert(RESULTDATAITEM* item)
     return S_OK;
 }
 
+HRESULT ResultListModel::Remove(HRESULTITEM id)
+{
+    Flush();
+    const auto item = FindItem(m_items, id);
+    if (item == m_items.end())
+        return E_INVALIDARG;
+    const int row = ScopeCount() + static_cast<int>(item - m_items.begin());
+    beginRemoveRows({}, row, row);
+    m_items.erase(item);
+    endRemoveRows();
+    return S_OK;
+}
+
 void ResultListModel::Clear()
 {
     m_waiting.clear();
@@ -106,8 +130,8 @@ RESULTDATAITEM ResultListModel::ItemAt(int row) const
 
 MMC_COOKIE ResultListModel::CookieOf(HRESULTITEM id) const
 {
-    const auto item = std::ranges::lower_bound(m_items, id, {}, &RESULTDATAITEM::itemID); // numbered as they came
-    return item != m_items.end() && item->itemID == id ? item->lParam : nullptr;
+    const auto item = FindItem(m_items, id);
+    return item != m_items.end() ? item->lParam : nullptr;
 }
 
 int ResultListModel::ScopeCount() const

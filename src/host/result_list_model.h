@@ -29,6 +29,8 @@ public:
     void Show(const ScopeEntry* entry);
     void InsertColumn(int column, const QString& title);
     HRESULT Insert(RESULTDATAITEM* item);
+    /// E_INVALIDARG for an item that isn't in the list.
+    HRESULT Remove(HRESULTITEM id);
     void Clear();
     /// Shows the inserted items that wait for it.
     void Flush();

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -37,6 +38,18 @@ public:
             InsertChildren(console);
     }
 
+    /// Takes out an account that was deleted, without reading the others again.
+    void Remove(IConsole& console, const QString& name)
+    {
+        const auto found = std::ranges::find(m_children, name, &Child::name);
+        if (found == m_children.end())
+            return;
+        const Child child = std::move(*found);
+        m_children.erase(found);
+        if (this->IsShown())
+            console.ResultData().DeleteItem(child.listed);
+    }
+
 protected:
     virtual QStringList ReadNames() = 0;
 
@@ -65,28 +78,36 @@ protected:
     }
 
 private:
+    struct Child {
+        QString name;
+        std::shared_ptr<Item> node;
+        /// Where it is in the result list, while the list is shown.
+        HRESULTITEM listed = 0;
+    };
+
     void LoadChildren(IConsole& console)
     {
         console.ResultData().DeleteAllRsltItems(); // before what they stand for goes
         m_children.clear();
         m_childrenLoaded = this->ReadChildren(List::kErrorTitle, [this] {
             for (const QString& name : ReadNames())
-                m_children.push_back(std::make_shared<Item>(this->Services(), name));
+                m_children.push_back({name, std::make_shared<Item>(this->Services(), name)});
         });
     }
 
     HRESULT InsertChildren(IConsole& console)
     {
-        for (const auto& child : m_children) {
-            RESULTDATAITEM item = child->GetResultData();
+        for (Child& child : m_children) {
+            RESULTDATAITEM item = child.node->GetResultData();
             const HRESULT result = console.ResultData().InsertItem(&item);
             if (Failed(result))
                 return result;
+            child.listed = item.itemID;
         }
         return S_OK;
     }
 
-    std::vector<std::shared_ptr<Item>> m_children;
+    std::vector<Child> m_children;
     bool m_childrenLoaded = false;
 };
 

@@ -156,24 +156,36 @@ void CMMCComponentData::OnSecurityChanged(const TreePosition& target, const Perm
     });
 }
 
-void CMMCComponentData::OnUserCreated(const QString& /*name*/)
+template <typename List, typename Change>
+void CMMCComponentData::ChangeAccounts(List* (CRootItem::*list)() const, Change&& change)
 {
-    ReloadUsers();
+    React([&](IConsole& console) {
+        if (List* accounts = (*m_root.*list)())
+            change(*accounts, console);
+        m_root->MarkCountsStale();
+        m_root->UpdateViews(console);
+    });
 }
 
-void CMMCComponentData::OnUserDeleted(const QString& /*name*/)
+void CMMCComponentData::OnUserCreated(const QString& /*name*/)
 {
-    ReloadUsers();
+    ChangeAccounts(&CRootItem::Users, [](CUsersListNode& users, IConsole& console) { users.Reload(console); });
+}
+
+void CMMCComponentData::OnUserDeleted(const QString& name)
+{
+    ChangeAccounts(&CRootItem::Users, [&](CUsersListNode& users, IConsole& console) { users.Remove(console, name); });
 }
 
 void CMMCComponentData::OnGroupCreated(const QString& /*name*/)
 {
-    ReloadGroups();
+    ChangeAccounts(&CRootItem::Groups, [](CGroupsListNode& groups, IConsole& console) { groups.Reload(console); });
 }
 
-void CMMCComponentData::OnGroupDeleted(const QString& /*name*/)
+void CMMCComponentData::OnGroupDeleted(const QString& name)
 {
-    ReloadGroups();
+    ChangeAccounts(&CRootItem::Groups,
+                   [&](CGroupsListNode& groups, IConsole& console) { groups.Remove(console, name); });
 }
 
 void CMMCComponentData::OnServerSettingsChanged()
@@ -189,26 +201,6 @@ void CMMCComponentData::OnComputerChanged()
 void CMMCComponentData::OnUpdateStateChanged()
 {
     React([this](IConsole& console) { m_root->UpdateViews(console); });
-}
-
-void CMMCComponentData::ReloadUsers()
-{
-    React([this](IConsole& console) {
-        if (CUsersListNode* users = m_root->Users())
-            users->Reload(console);
-        m_root->MarkCountsStale();
-        m_root->UpdateViews(console);
-    });
-}
-
-void CMMCComponentData::ReloadGroups()
-{
-    React([this](IConsole& console) {
-        if (CGroupsListNode* groups = m_root->Groups())
-            groups->Reload(console);
-        m_root->MarkCountsStale();
-        m_root->UpdateViews(console);
-    });
 }
 
 void CMMCComponentData::Rebuild()

@@ -87,8 +87,9 @@ private:
     /// Runs a reaction to a change, if there is a console: what fails in it is shown, since the change itself is done.
     template <typename Reaction>
     void React(Reaction&& reaction);
-    void ReloadUsers();
-    void ReloadGroups();
+    /// Changes a list of accounts, if there is one.
+    template <typename List, typename Change>
+    void ChangeAccounts(List* (CRootItem::*list)() const, Change&& change);
     void Rebuild();
 
     CModel m_model;

@@ -352,9 +352,11 @@ TEST_F(CommandsTest, SeveralItemsOfferWhatMakesSenseForAll)
     EXPECT_EQ(Console().Component().Notify(users, remove), S_FALSE);
     EXPECT_EQ(loaded->messages.texts, QStringList{u"Are you sure you want to delete 2 users?"_s});
     loaded->messages.answer = MessageAnswer::Yes;
+    Server().ClearCalls();
     EXPECT_EQ(Console().Component().Notify(users, remove), S_OK);
     EXPECT_EQ(Server().data.users, QStringList());
     EXPECT_EQ(Console().Listed(), QStringList());
+    EXPECT_EQ(Server().CallsOf(test::Operation::EnumerateInstances).size(), 0) << "the list is read anew for each";
 }
 
 } // namespace quenvolta

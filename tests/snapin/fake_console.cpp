@@ -209,6 +209,13 @@ HRESULT FakeConsole::InsertItem(RESULTDATAITEM* item)
     return S_OK;
 }
 
+HRESULT FakeConsole::DeleteItem(HRESULTITEM item)
+{
+    return m_listed.removeIf([item](const RESULTDATAITEM& listed) { return listed.itemID == item; }) == 1
+               ? S_OK
+               : E_INVALIDARG;
+}
+
 HRESULT FakeConsole::DeleteAllRsltItems()
 {
     m_listed.clear();

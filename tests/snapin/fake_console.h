@@ -82,6 +82,7 @@ private:
     HRESULT DeleteItem(HSCOPEITEM item, bool deleteThis) override;
     HRESULT SetItem(const SCOPEDATAITEM& item) override;
     HRESULT InsertItem(RESULTDATAITEM* item) override;
+    HRESULT DeleteItem(HRESULTITEM item) override;
     HRESULT DeleteAllRsltItems() override;
     HRESULT SetDescBarText(const QString& text) override;
     HRESULT InsertColumn(int column, const QString& title, int width) override;

@@ -13,6 +13,8 @@ public:
     virtual ~IResultData() = default;
     /// Appends an item and gives it its `itemID`.
     virtual HRESULT InsertItem(RESULTDATAITEM* item) = 0;
+    /// Removes an inserted item.
+    virtual HRESULT DeleteItem(HRESULTITEM item) = 0;
     /// Removes the inserted items.
     virtual HRESULT DeleteAllRsltItems() = 0;
     /// The text beside the item's name above the result pane.
