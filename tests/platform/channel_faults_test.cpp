@@ -55,11 +55,11 @@ TEST_F(ChannelFaults, WhileConnecting)
     const Fault kFaults[]{
         {"exit-127", WBEM_E_INVALID_NAMESPACE, ChannelText::NotInstalled},
         {"exit-126", E_ACCESSDENIED, ChannelText::NotExecutable},
-        {"dies-before-hello", RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello, "\nout of cheese"},
+        {"dies-before-hello", WBEM_E_PROVIDER_LOAD_FAILURE, ChannelText::EndedBeforeHello, "\nout of cheese"},
         {"much-noise", RPC_E_INVALID_DATA, ChannelText::InvalidData, "xxxxx"},
         {"other-version", RPC_E_VERSION_MISMATCH, ChannelText::VersionMismatch, "version 2 of"},
         {"no-hello", RPC_E_INVALID_DATA, ChannelText::InvalidData},
-        {"no-such-mode", RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello},
+        {"no-such-mode", WBEM_E_PROVIDER_LOAD_FAILURE, ChannelText::EndedBeforeHello},
     };
     for (const Fault& fault : kFaults) {
         SCOPED_TRACE(fault.mode);
@@ -193,6 +193,7 @@ TEST_F(ChannelFaults, SshsOwnWordsTellWhyItFailed)
         const char* words;
         int status;
         HRESULT code;
+        const char* before = "";
     };
     const SshEnd kEnds[]{
         {"ssh: connect to host srv port 22: Connection refused", 255, RPC_S_SERVER_UNAVAILABLE},
@@ -202,13 +203,16 @@ TEST_F(ChannelFaults, SshsOwnWordsTellWhyItFailed)
         {"Received disconnect from 10.0.0.1 port 22:2: Too many authentication failures", 255, E_ACCESSDENIED},
         {"bash: line 1: quenvolta-provider: command not found", 127, WBEM_E_INVALID_NAMESPACE},
         {"bash: line 1: quenvolta-provider: Permission denied", 126, E_ACCESSDENIED},
-        {"This account is currently not available.", 1, RPC_E_DISCONNECTED},
+        {"This account is currently not available.", 1, WBEM_E_PROVIDER_LOAD_FAILURE},
+        {"Segmentation fault", 139, WBEM_E_PROVIDER_LOAD_FAILURE},
+        {"", 255, WBEM_E_PROVIDER_LOAD_FAILURE}, // a signal ended what ssh had started
+        {"Connection reset", 255, WBEM_E_PROVIDER_LOAD_FAILURE, "echo Welcome\n"},
     };
     options.sshProgram = Path("ssh");
     for (const SshEnd& end : kEnds) {
         SCOPED_TRACE(end.words);
-        WriteScript(options.sshProgram,
-                    QByteArray("echo '") + end.words + "' >&2\nexit " + QByteArray::number(end.status) + '\n');
+        WriteScript(options.sshProgram, QByteArray(end.before) + "echo '" + end.words + "' >&2\nexit " +
+                                            QByteArray::number(end.status) + '\n');
         HRESULT code = S_OK;
         EXPECT_FALSE(ConnectTo(u"srv"_s, &code));
         EXPECT_EQ(code, end.code);

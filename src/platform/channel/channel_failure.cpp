@@ -41,26 +41,42 @@ struct EndMeaning {
     ChannelText text;
 };
 
-EndMeaning MeaningOfExit(int exitCode, bool remote, const QByteArray& errorOutput)
+/// The provider was run, and came to no answer.
+constexpr EndMeaning kBroken{WBEM_E_PROVIDER_LOAD_FAILURE, ChannelText::EndedBeforeHello};
+
+/// What a connection that came to nothing left behind.
+struct Remains {
+    const QByteArray& noise; ///< came instead of the provider's first message
+    const QByteArray& errorOutput;
+};
+
+/// With its own status ssh passes on, too, that a signal ended the provider. It says nothing then; and when something
+/// came from a login shell, it had let the console in.
+bool HasLoggedIn(const Remains& remains)
+{
+    return !remains.noise.isEmpty() || PlainWords(remains.errorOutput).isEmpty();
+}
+
+EndMeaning MeaningOfExit(int exitCode, bool remote, const Remains& remains)
 {
     if (exitCode == kCommandNotFound)
         return {WBEM_E_INVALID_NAMESPACE, ChannelText::NotInstalled};
     if (exitCode == kCommandNotExecutable)
         return {E_ACCESSDENIED, ChannelText::NotExecutable};
-    if (!remote || exitCode != kSshFailed)
-        return {RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello};
+    if (!remote || exitCode != kSshFailed || HasLoggedIn(remains))
+        return kBroken;
     for (const SshRefusal& refusal : kSshRefusals) {
-        if (errorOutput.contains(refusal.words))
+        if (remains.errorOutput.contains(refusal.words))
             return {E_ACCESSDENIED, refusal.text};
     }
     return {RPC_S_SERVER_UNAVAILABLE, ChannelText::HostUnreachable};
 }
 
-EndMeaning MeaningOf(const TransportEnd& end, bool remote, const QByteArray& errorOutput)
+EndMeaning MeaningOf(const TransportEnd& end, bool remote, const Remains& remains)
 {
     switch (end.how) {
     case TransportEnd::How::Exited:
-        return MeaningOfExit(end.exitCode, remote, errorOutput);
+        return MeaningOfExit(end.exitCode, remote, remains);
     case TransportEnd::How::NotFound:
         return remote ? EndMeaning{RPC_S_SERVER_UNAVAILABLE, ChannelText::SshMissing}
                       : EndMeaning{WBEM_E_INVALID_NAMESPACE, ChannelText::NotInstalled};
@@ -70,7 +86,7 @@ EndMeaning MeaningOf(const TransportEnd& end, bool remote, const QByteArray& err
     case TransportEnd::How::Killed:
         break;
     }
-    return {RPC_E_DISCONNECTED, ChannelText::EndedBeforeHello};
+    return kBroken;
 }
 
 QString WithWords(const QString& sentence, const QByteArray& words)
@@ -113,7 +129,7 @@ QString ChannelFailures::Sentence(ChannelText text) const
 ChannelFailure ChannelFailures::EndedBeforeHello(const TransportEnd& end, const QByteArray& noise,
                                                  const QByteArray& errorOutput) const
 {
-    const EndMeaning meaning = MeaningOf(end, m_command.remote, errorOutput);
+    const EndMeaning meaning = MeaningOf(end, m_command.remote, {noise, errorOutput});
     QString sentence = Sentence(meaning.text);
     if (meaning.text == ChannelText::SshMissing)
         sentence = sentence.arg(m_command.program);
