@@ -199,13 +199,21 @@ bool DashboardView::WaitUntilDrawn(std::chrono::milliseconds limit)
         handleEvents();
     if (m_state == State::Loaded)
         Render();
-    const auto isDrawn = std::make_shared<bool>(false);
-    while (goOn() && !*isDrawn) {
-        m_browser->RunScript(u"document.documentElement.dataset.drawn"_s,
-                             [isDrawn](const QString& text) { *isDrawn = *isDrawn || !text.isEmpty(); });
+    // One question at a time: a page that is busy would find more and more of them.
+    struct Answer {
+        bool isDrawn = false;
+        bool isAwaited = false;
+    };
+    const auto answer = std::make_shared<Answer>();
+    while (goOn() && !answer->isDrawn) {
+        if (!std::exchange(answer->isAwaited, true)) {
+            m_browser->RunScript(u"window.drawn"_s, [answer](const QString& text) {
+                *answer = {.isDrawn = !text.isEmpty(), .isAwaited = false};
+            });
+        }
         handleEvents();
     }
-    return *isDrawn || m_state == State::Plain;
+    return answer->isDrawn || m_state == State::Plain;
 }
 
 void DashboardView::changeEvent(QEvent* event)
