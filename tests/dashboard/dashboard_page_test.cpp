@@ -31,13 +31,6 @@ const QStringList kAlternatives{u"qdfssvc-state-available"_s,     u"qdfssvc-disa
                                 u"repositories-info"_s,           u"repositories-info-error"_s,
                                 u"bottom_links_wo_version"_s,     u"bottom_links_w_version"_s};
 
-bool MapsTheWebEngine()
-{
-    QFile maps(u"/proc/self/maps"_s);
-    EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
-    return maps.readAll().contains("WebEngineCore");
-}
-
 /// The processes that show pages, or are ready to: those of the web engine that others of it began (with a sandbox
 /// there are some between), and that began none themselves.
 QList<pid_t> PageProcesses()
@@ -68,12 +61,12 @@ QList<pid_t> PageProcesses()
 
 TEST_F(DashboardPageTest, ShowsEachStateInOnePage)
 {
-    EXPECT_FALSE(MapsTheWebEngine());
+    EXPECT_FALSE(test::MapsTheWebEngine());
     view.show();
     view.ShowStatus(status);
     QCoreApplication::processEvents();
     EXPECT_EQ(view.Browser(), nullptr);
-    EXPECT_FALSE(MapsTheWebEngine()) << "nothing of it is loaded before the page is shown";
+    EXPECT_FALSE(test::MapsTheWebEngine()) << "nothing of it is loaded before the page is shown";
 
     Open();
     EXPECT_EQ(Text(u"state"_s), u"running");
@@ -189,8 +182,7 @@ TEST_F(DashboardPageTest, ShowsTextsAsTheirCharactersAndKeepsForeignThingsOut)
         "if (i < 3) e.src = 'http://127.0.0.1:9/x'; else e.textContent = 'window.pwned = 1'; document.body.append(e); "
         "}),"
         "fetch('http://127.0.0.1:9/').catch(() => 0))"_s);
-    for (int tries = 0; tries < 1000 && Ask(u"blocked.length >= 5"_s) != u"true"; ++tries) {
-    }
+    EXPECT_TRUE(WaitFor(u"blocked.length >= 5"_s));
     EXPECT_EQ(Ask(u"blocked.length"_s), u"5") << Ask(u"blocked"_s).toStdString();
     EXPECT_EQ(Ask(u"window.pwned"_s), u"undefined");
 }
@@ -233,15 +225,12 @@ TEST_F(DashboardPageTest, LinksAreFollowedByClicksAlone)
     EXPECT_EQ(Ask(u"window.marker"_s), u"1") << "the page has stayed";
 
     // Keys reach the page, and F5 doesn't load it anew.
-    QWidget* page = view.Browser()->Widget().focusProxy();
     Ask(u"document.addEventListener('keydown', e => window.lastKey = e.keyCode, true)"_s);
-    QTest::keyClick(page, Qt::Key_F5);
-    for (int tries = 0; tries < 1000 && Ask(u"window.lastKey"_s) == u"undefined"; ++tries) {
-    }
-    EXPECT_EQ(Ask(u"window.lastKey"_s), u"116");
+    QTest::keyClick(&Page(), Qt::Key_F5);
+    EXPECT_TRUE(WaitFor(u"window.lastKey === 116"_s));
     followed.clear();
     Ask(u"document.querySelector('a[href=\"quenvolta://CreateUser/\"]').focus()"_s);
-    QTest::keyClick(page, Qt::Key_Return);
+    QTest::keyClick(&Page(), Qt::Key_Return);
     EXPECT_TRUE(test::WaitInLoop([this] { return followed.size() == 1; }));
     EXPECT_EQ(Ask(u"window.marker"_s), u"1");
 }

@@ -2,11 +2,10 @@
 #include "host/dashboard_view.h"
 #include "real_model.h"
 #include "ssh_server.h"
+#include "support/page_hands.h"
 #include "support/recorded_messages.h"
 
-#include <QEventLoop>
 #include <QFile>
-#include <QPointer>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -35,21 +34,10 @@ protected:
         if (view.Browser() == nullptr)
             view.Open(209);
         EXPECT_TRUE(view.WaitUntilDrawn(std::chrono::seconds(60)));
-        const auto panel = std::make_shared<QString>();
-        QEventLoop loop; // a true one: the web engine misses wake-ups in one that only polls
-        view.Browser()->RunScript(
-            u"[...document.querySelector('.central-block').children, "
-            "document.getElementById('repositories-info-error')]"
-            ".filter(e => e.getClientRects().length > 0).map(e => e.id + ': ' + e.innerText).join('|')"_s,
-            [panel, waiting = QPointer(&loop)](const QString& text) {
-                *panel = text;
-                if (waiting)
-                    waiting->quit();
-            });
-        QTimer::singleShot(std::chrono::seconds(30), &loop, &QEventLoop::quit);
-        if (panel->isEmpty())
-            loop.exec();
-        return *panel;
+        return PageHands(view).Ask(u"[...document.querySelector('.central-block').children, "
+                                   "document.getElementById('repositories-info-error')]"
+                                   ".filter(e => e.getClientRects().length > 0)"
+                                   ".map(e => e.id + ': ' + e.innerText).join('|')"_s);
     }
     ChannelOptions Ssh() const
     {
@@ -73,7 +61,10 @@ TEST_F(DashboardCausesTest, EachPanelIsReachedByItsCause)
     };
     expect(PanelFor(Ssh(), u"testhost"_s), u"error-not-installed: "_s); // no provider there
     ssh.PutRemoteProgram(u"quenvolta-provider"_s, u"kill -SEGV $$"_s);
-    expect(PanelFor(Ssh(), u"testhost"_s), u"error: "_s); // it crashes at its start
+    expect(PanelFor(Ssh(), u"testhost"_s), u"error-broken-wmi: The server's management doesn't work"_s);
+    ChannelOptions ending;
+    ending.localProgram = u"false"_s;
+    expect(PanelFor(ending, {}), u"error-broken-wmi: "_s);
     ssh.ForgetKey();
     expect(PanelFor(Ssh(), u"testhost"_s), u"error-access-denied: "_s);
     ssh.Stop();

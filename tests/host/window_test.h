@@ -34,7 +34,10 @@ protected:
     {
         return std::make_unique<CMMCStandaloneData>(Services(), QStringList());
     }
-    SnapInServices Services() { return {server.LocatorFactory(), preferences, messages, shell, *dialogs}; }
+    SnapInServices Services()
+    {
+        return {server.LocatorFactory(), preferences, messages, shell, *dialogs, updateService};
+    }
 
     /// Opens the window and loads the snap-in; the tree has the focus.
     void Open()
@@ -111,6 +114,7 @@ protected:
     RecordedMessages messages;
     RecordedShell shell;
     const DialogTable* dialogs = &DialogTable::BuiltIn();
+    UpdateService updateService;
     CMMCExtensionAbout about;
     QTemporaryDir folder;
     ViewState state{folder.filePath(QStringLiteral("console.ini"))};

@@ -17,20 +17,25 @@
     // A link that leads nowhere yet is not shown.
     link: function (address, target) {
       document.querySelectorAll("a").forEach(function (found) {
-        var own = found.dataset.address || found.getAttribute("href");
-        if (own.toLowerCase() !== address.toLowerCase())
+        found.ownAddress = found.ownAddress || found.getAttribute("href");
+        if (found.ownAddress.toLowerCase() !== address.toLowerCase())
           return;
-        found.dataset.address = own;
         found.style.display = target ? "" : "none";
         if (target)
           found.href = target;
       });
     }
   };
-  delete document.documentElement.dataset.drawn;
+  var turn = window.turn = (window.turn || 0) + 1;
+  window.drawn = "";
   operations.forEach(function (each) { handlers[each[0]](each[1], each[2]); });
-  requestAnimationFrame(function () {
-    requestAnimationFrame(function () { document.documentElement.dataset.drawn = "yes"; });
+  Promise.allSettled(pictures.map(function (each) { return each.decode(); })).then(function () {
+    requestAnimationFrame(function () {
+      requestAnimationFrame(function () {
+        if (turn === window.turn)
+          window.drawn = "yes";
+      });
+    });
   });
   return "done";
 })

@@ -30,6 +30,13 @@ function onContextMenu() {
   return false;
 }
 
+// Loaded before they are needed, so that a message and its picture show together.
+var pictures = ["error.svg", "warning.svg", "information.svg"].map(function (name) {
+  var picture = new Image();
+  picture.src = name;
+  return picture;
+});
+
 document.body.onkeydown = onKeyDown;
 document.oncontextmenu = onContextMenu;
 document.title = "loaded";
