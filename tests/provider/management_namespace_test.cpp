@@ -1,14 +1,9 @@
 #include "foundation/registry_accessor.h"
 #include "platform/wbem/class_table.h"
-#include "provider/management_namespace.h"
-#include "provider/provider_error.h"
-#include "provider/server_namespaces.h"
+#include "provider/namespace_fixture.h"
 #include "provider/unbuilt_methods.h"
 
 #include <QDir>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace quenvolta
 {
@@ -18,85 +13,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Keeps what a call hands out.
-class KeptRows final : public RowSink
-{
-public:
-    void AddInstance(const InstanceRow& row) override { instances.append(row.ToObject()); }
-    void AddElement(const QString& parameter, const InstanceRow& row) override
-    {
-        elements[parameter].append(row.ToObject());
-    }
-
-    QList<WbemObjectPtr> instances;
-    QHash<QString, QList<WbemObjectPtr>> elements;
-};
-
-QString Text(const WbemObjectPtr& object, const QString& property)
-{
-    Variant value;
-    EXPECT_EQ(object->Get(property, &value, nullptr), S_OK) << property.toStdString();
-    const QString* text = std::get_if<QString>(&value);
-    return text ? *text : QString();
-}
-
-class ManagementNamespaceTest : public ::testing::Test
+class ManagementNamespaceTest : public NamespaceFixture
 {
 protected:
-    ManagementNamespaceTest()
-        : data(folder.filePath(u"data"_s))
-        , server(MakeServerNamespace(data, ServedVersion(u"3.3.1"_s)))
-    {
-    }
-
-    WbemObjectPtr Exec(const QString& path, const QString& method, const QList<std::pair<QString, Variant>>& in)
-    {
-        CallContext context{server->Classes(), rows, {}, request, repeated};
-        auto parameters = std::make_shared<ClassDefinition>();
-        QList<Variant> values;
-        for (const auto& [name, value] : in) {
-            parameters->properties.append({name, TypeOf(value), false});
-            values.append(value);
-        }
-        return server->ExecMethod(path, method, std::make_shared<WbemObject>(parameters, values), context);
-    }
-
-    HRESULT CodeOf(const QString& path, const QString& method, const QList<std::pair<QString, Variant>>& in)
-    {
-        try {
-            Exec(path, method, in);
-        } catch (const ProviderError& error) {
-            EXPECT_FALSE(error.Description().isEmpty());
-            EXPECT_LT(error.Description().size(), 600);
-            return error.Code();
-        }
-        return S_OK;
-    }
-
-    QStringList RepositoryNames()
-    {
-        CallContext context{server->Classes(), rows, {}, {}, false};
-        rows.instances.clear();
-        server->EnumerateInstances(u"Quenvolta_Repository"_s, context);
-        QStringList names;
-        for (const WbemObjectPtr& each : std::as_const(rows.instances))
-            names.append(Text(each, u"Name"_s));
-        return names;
-    }
-
-    static CimType TypeOf(const Variant& value)
-    {
-        constexpr CimType kTypes[] = {CimType::String, CimType::Boolean, CimType::Sint32,      CimType::Uint32,
-                                      CimType::String, CimType::Object,  CimType::StringArray, CimType::ObjectArray};
-        return kTypes[value.index()];
-    }
-
-    QTemporaryDir folder;
-    DataFolder data;
-    std::unique_ptr<ManagementNamespace> server;
-    KeptRows rows;
-    QUuid request = QUuid::createUuid();
-    bool repeated = false;
+    QStringList RepositoryNames() { return Names(u"Quenvolta_Repository"_s); }
 };
 
 TEST_F(ManagementNamespaceTest, EveryMethodOfTheContractIsCarriedOutOrNamedAsUnbuilt)
@@ -190,7 +110,7 @@ TEST_F(ManagementNamespaceTest, FoldersAndEntriesReadBackWithTheirAddresses)
     EXPECT_EQ(Text(children[0], u"ParentPath"_s), u"/trunk"_s);
     EXPECT_TRUE(Text(children[0], u"URL"_s).endsWith(u"/svn/My%20Project/trunk/50%25%20%C3%A4"_s));
 
-    CallContext context{server->Classes(), rows, {}, {}, false};
+    CallContext context = Context();
     const WbemObjectPtr root =
         server->GetObject(u"Quenvolta_RepositoryEntry.RepositoryName=\"My Project\",Path=\"/\""_s, context);
     Variant parent;
@@ -227,7 +147,7 @@ TEST_F(ManagementNamespaceTest, ARepeatedRequestFindsItsWorkDone)
         EXPECT_EQ(CodeOf(u"Quenvolta_Repository"_s, u"Create"_s, fresh), S_OK);
         EXPECT_EQ(CodeOf(path, u"CreateFolders"_s, trunk), S_OK);
     }
-    CallContext context{server->Classes(), rows, {}, {}, false};
+    CallContext context = Context();
     Variant revisions;
     server->GetObject(path, context)->Get(u"TotalRevisions"_s, &revisions, nullptr);
     EXPECT_EQ(revisions, Variant(std::uint32_t{1}));
@@ -239,7 +159,7 @@ TEST_F(ManagementNamespaceTest, ARepeatedRequestFindsItsWorkDone)
 
 TEST_F(ManagementNamespaceTest, TheServiceTellsItsSettingsAndSafeDefaults)
 {
-    CallContext context{server->Classes(), rows, {}, {}, false};
+    CallContext context = Context();
     const WbemObjectPtr service = server->GetObject(u"Quenvolta_Service.Name=\"QuenvoltaServer\""_s, context);
     Variant value;
     service->Get(u"ListenAllIPAddresses"_s, &value, nullptr);

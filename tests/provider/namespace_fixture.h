@@ -2,12 +2,12 @@
 
 #include "platform/wbem/object_path.h"
 #include "platform/wbem/wbem_object.h"
+#include "provider/collected_rows.h"
 #include "provider/management_namespace.h"
 #include "provider/provider_error.h"
 #include "provider/server_namespaces.h"
 
 #include <QDir>
-#include <QHash>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -17,20 +17,6 @@ namespace quenvolta
 {
 
 using namespace Qt::StringLiterals;
-
-/// Keeps what a call hands out.
-class CollectedRows final : public RowSink
-{
-public:
-    void AddInstance(const InstanceRow& row) override { instances.append(row.ToObject()); }
-    void AddElement(const QString& parameter, const InstanceRow& row) override
-    {
-        elements[parameter].append(row.ToObject());
-    }
-
-    QList<WbemObjectPtr> instances;
-    QHash<QString, QList<WbemObjectPtr>> elements;
-};
 
 /// The classes of a server in an empty folder, called without a channel between.
 class NamespaceFixture : public ::testing::Test

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "provider/collected_rows.h"
 #include "provider/provider_error.h"
 #include "provider/server_namespaces.h"
 
-#include <QHash>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -13,20 +13,6 @@ namespace quenvolta
 {
 
 using namespace Qt::StringLiterals;
-
-/// Keeps what a call hands out.
-class CollectedRows final : public RowSink
-{
-public:
-    void AddInstance(const InstanceRow& row) override { instances.append(row.ToObject()); }
-    void AddElement(const QString& parameter, const InstanceRow& row) override
-    {
-        elements[parameter].append(row.ToObject());
-    }
-
-    QList<WbemObjectPtr> instances;
-    QHash<QString, QList<WbemObjectPtr>> elements;
-};
 
 /// A server of the newest version in a folder of its own, called as a console calls it.
 class ServerFixture : public testing::Test
