@@ -86,21 +86,13 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     BenchServer server;
     const QString url = server.MakeFolder(kEntries);
-    const auto add = [](const char* name, auto&& function) {
-        benchmark::RegisterBenchmark(name, function)
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime()
-            ->Iterations(1)
-            ->Repetitions(kRepetitions)
-            ->ReportAggregatesOnly();
-    };
-    add("expand", [&](benchmark::State& state) { Expand(state, server); });
-    add("model", [&](benchmark::State& state) {
+    AddSingleRuns("expand", kRepetitions, [&](benchmark::State& state) { Expand(state, server); });
+    AddSingleRuns("model", kRepetitions, [&](benchmark::State& state) {
         for (auto unused : state) {
             if (server.Model().GetChildren({QStringLiteral("big"), QStringLiteral("/")}).size() != kEntries)
                 state.SkipWithError("the list is not whole");
         }
     });
-    add("svn_ls", [&](benchmark::State& state) { ListWithClient(state, url); });
+    AddSingleRuns("svn_ls", kRepetitions, [&](benchmark::State& state) { ListWithClient(state, url); });
     return RunWithRatios(argc, argv, {{"expand", "svn_ls"}, {"model", "svn_ls"}});
 }

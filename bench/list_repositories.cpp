@@ -67,19 +67,8 @@ int main(int argc, char** argv)
     svn_cache_config_set(&cache);
     BenchServer server;
     server.MakeRepositories(kRepositories);
-    const auto add = [](const char* name, auto&& function, int repetitions) {
-        benchmark::RegisterBenchmark(name, function)
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime()
-            ->Iterations(1)
-            ->Repetitions(repetitions)
-            ->ReportAggregatesOnly();
-    };
-    add(
-        "model", [&](benchmark::State& state) { ListWithModel(state, server); }, kRepetitions);
-    add(
-        "library", [&](benchmark::State& state) { ListWithLibrary(state, server); }, kRepetitions);
-    add(
-        "svnlook", [&](benchmark::State& state) { ListWithSvnlook(state, server); }, 2);
+    AddSingleRuns("model", kRepetitions, [&](benchmark::State& state) { ListWithModel(state, server); });
+    AddSingleRuns("library", kRepetitions, [&](benchmark::State& state) { ListWithLibrary(state, server); });
+    AddSingleRuns("svnlook", 2, [&](benchmark::State& state) { ListWithSvnlook(state, server); });
     return RunWithRatios(argc, argv, {{"model", "library"}, {"svnlook", "model"}});
 }

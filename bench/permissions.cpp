@@ -69,15 +69,7 @@ int main(int argc, char** argv)
     store.Repair();
     store.Change(CancelCheck(), &Fill);
     const QString rules = path + u'/' + AccountStore::kRulesFile.toString();
-    const auto add = [](const char* name, auto&& function) {
-        benchmark::RegisterBenchmark(name, function)
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime()
-            ->Iterations(1)
-            ->Repetitions(kRepetitions)
-            ->ReportAggregatesOnly();
-    };
-    add("read", [&](benchmark::State& state) {
+    AddSingleRuns("read", kRepetitions, [&](benchmark::State& state) {
         for (auto unused : state) {
             const AccountStore fresh(data); // one that has nothing in memory yet
             qsizetype entries = 0;
@@ -89,7 +81,7 @@ int main(int argc, char** argv)
         }
     });
     int change = 0;
-    add("change", [&](benchmark::State& state) {
+    AddSingleRuns("change", kRepetitions, [&](benchmark::State& state) {
         for (auto unused : state) {
             store.Change(CancelCheck(), [&](AccountModel& model) {
                 model.SetPermissions({QStringLiteral("repository0"), QStringLiteral("/")},
@@ -97,13 +89,13 @@ int main(int argc, char** argv)
             });
         }
     });
-    add("write", [&](benchmark::State& state) {
+    AddSingleRuns("write", kRepetitions, [&](benchmark::State& state) {
         for (auto unused : state) {
             QFile::remove(rules); // nothing of it is known to be good then
             store.RenewRules();
         }
     });
-    add("svnauthz", [&](benchmark::State& state) {
+    AddSingleRuns("svnauthz", kRepetitions, [&](benchmark::State& state) {
         for (auto unused : state)
             if (QProcess::execute(QStringLiteral("svnauthz"), {QStringLiteral("validate"), rules}) != 0)
                 state.SkipWithError("the rules are refused");

@@ -38,6 +38,18 @@ private:
     std::map<std::string, double> m_medians;
 };
 
+/// Registers a benchmark that is run once for each of its repetitions.
+template <typename Function>
+void AddSingleRuns(const char* name, int repetitions, Function&& function)
+{
+    benchmark::RegisterBenchmark(name, std::forward<Function>(function))
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(1)
+        ->Repetitions(repetitions)
+        ->ReportAggregatesOnly();
+}
+
 /// Runs the registered benchmarks and prints the ratios. Returns the program's status.
 inline int RunWithRatios(int argc, char** argv, const std::vector<std::pair<std::string, std::string>>& pairs)
 {

@@ -47,6 +47,14 @@ void SetText(QMessageBox& box, const QString& text)
     box.setDetailedText(text);
 }
 
+MessageAnswer AskYesOrNo(QMessageBox& box)
+{
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
 } // namespace
 
 void ShowError(QWidget* parent, const Exception& exception)
@@ -71,10 +79,7 @@ MessageAnswer ShowText(QWidget* parent, MessageStyle style, const QString& text)
         box.exec();
         return MessageAnswer::Ok;
     }
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+    return AskYesOrNo(box);
 }
 
 MessageAnswer AskExplained(QWidget* parent, const ExplainedQuestion& question)
@@ -87,10 +92,7 @@ MessageAnswer AskExplained(QWidget* parent, const ExplainedQuestion& question)
     box.setText(u"<b>%1</b>"_s.arg(question.instruction.toHtmlEscaped()));
     box.setInformativeText(question.content.toHtmlEscaped() + u"<br><br>"_s +
                            LinkTo(HelpUrl(question.helpPage), question.helpLabel)); // a message box opens its links
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+    return AskYesOrNo(box);
 }
 
 int AskTask(QWidget* parent, const TaskQuestion& question)
