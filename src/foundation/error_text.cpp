@@ -22,9 +22,9 @@ struct Message {
 };
 
 #define MESSAGE(code, text) Message{code, u"" text},
-constexpr std::array kMessages{
+constexpr auto kMessages = std::to_array<Message>({
 #include "resources/messages.def"
-};
+});
 #undef MESSAGE
 
 constexpr bool CodesRise()

@@ -314,7 +314,7 @@ void ConsoleWindow::TakeTarget()
 ConsoleTarget ConsoleWindow::SelectedTarget() const
 {
     if (m_ui->list->hasFocus()) {
-        const ConsoleTarget selected = m_list->Selected();
+        ConsoleTarget selected = m_list->Selected();
         if (!selected.IsEmpty())
             return selected;
     }

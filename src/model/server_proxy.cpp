@@ -53,7 +53,7 @@ try : m_locatorFactory(locatorFactory), m_computerName(computerName), m_rootPath
 
 WMIObject CServerProxy::GetVersionObject()
 {
-    const WMIObject object = m_connection.GetObject(u"Quenvolta_VersionInfo=@"_s, true);
+    WMIObject object = m_connection.GetObject(u"Quenvolta_VersionInfo=@"_s, true);
     if (object.IsEmpty())
         throw ComException(WBEM_E_NOT_FOUND);
     return object;

@@ -64,9 +64,9 @@ ManagementNamespace::ManagementNamespace(const QString& name, TableVersion versi
 {
 }
 
-void ManagementNamespace::Add(const QString& className, std::shared_ptr<ManagementClass> implementation)
+void ManagementNamespace::Add(const QString& className, const std::shared_ptr<ManagementClass>& implementation)
 {
-    m_implementations.insert(className, std::move(implementation));
+    m_implementations.insert(className, implementation);
 }
 
 bool ManagementNamespace::HasHandler(const QString& className, const QString& method) const

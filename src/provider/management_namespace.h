@@ -22,7 +22,7 @@ public:
     const ClassTable& Classes() const { return m_table; }
 
     /// Gives a class of the table its implementation.
-    void Add(const QString& className, std::shared_ptr<ManagementClass> implementation);
+    void Add(const QString& className, const std::shared_ptr<ManagementClass>& implementation);
 
     /// True when a class carries the method out.
     bool HasHandler(const QString& className, const QString& method) const;

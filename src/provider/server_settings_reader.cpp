@@ -55,7 +55,7 @@ QString ServerSettingsReader::RepositoriesUrl() const
 
 QString ServerSettingsReader::RepositoriesRoot() const
 {
-    const QString root = m_values.GetRepositoriesRoot();
+    QString root = m_values.GetRepositoriesRoot();
     if (!QDir::isAbsolutePath(root))
         throw ProviderError(WBEM_E_FAILED, replies::kNoRepositoriesRoot.arg(root));
     return root;

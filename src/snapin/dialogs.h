@@ -75,7 +75,7 @@ public:
     /// The dialogs of the program: see built_in_dialogs.cpp.
     static const DialogTable& BuiltIn();
 
-    void Add(DialogKind kind, DialogOpener opener) { m_openers.insert(static_cast<int>(kind), std::move(opener)); }
+    void Add(DialogKind kind, const DialogOpener& opener) { m_openers.insert(static_cast<int>(kind), opener); }
     bool Has(DialogKind kind) const { return m_openers.contains(static_cast<int>(kind)); }
     /// False also for a dialog that isn't there.
     bool Open(DialogKind kind, const DialogRequest& request) const;

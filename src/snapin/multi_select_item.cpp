@@ -34,7 +34,7 @@ HRESULT CMultiSelectItem::Notify(IConsole& console, const MMCNotification& notif
     }
 }
 
-HRESULT CMultiSelectItem::Select(IConsole& console)
+HRESULT CMultiSelectItem::Select(IConsole& console) const
 {
     IConsoleVerb* verb = nullptr;
     const HRESULT result = console.QueryConsoleVerb(&verb);

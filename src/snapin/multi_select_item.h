@@ -31,7 +31,7 @@ public:
     int DeleteSeveralQuestion() const override;
 
 private:
-    HRESULT Select(IConsole& console);
+    HRESULT Select(IConsole& console) const;
     HRESULT Delete();
     bool HaveAddresses() const;
     QStringList Addresses() const;

@@ -19,7 +19,7 @@ constexpr std::array<char, 128> MakeWeights()
 {
     std::array<char, 128> weights{};
     for (std::size_t i = 0; i < kPunctuation.size(); ++i)
-        weights[static_cast<std::size_t>(kPunctuation[i])] = static_cast<char>(i + 1);
+        weights[static_cast<unsigned char>(kPunctuation[i])] = static_cast<char>(i + 1);
     for (std::size_t i = 0; i < 10; ++i)
         weights['0' + i] = kNumberWeight;
     for (std::size_t i = 0; i < 26; ++i)

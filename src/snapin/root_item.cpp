@@ -170,7 +170,7 @@ HRESULT CRootItem::UpdateViews(IConsole& console)
 
 QString CRootItem::DisplayName() const
 {
-    const QString product = LoadString(StringId::kCaption);
+    QString product = LoadString(StringId::kCaption);
     if (m_extension)
         return product;
     const QString& computer = Model().ComputerName();

@@ -66,7 +66,7 @@ template <typename Programs>
 QString FindInstalled(const Programs& programs)
 {
     for (const QStringView program : programs) {
-        if (const QString path = QStandardPaths::findExecutable(program.toString()); !path.isEmpty())
+        if (QString path = QStandardPaths::findExecutable(program.toString()); !path.isEmpty())
             return path;
     }
     return {};

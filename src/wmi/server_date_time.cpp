@@ -48,7 +48,7 @@ FileTime ToFileTime(const ServerDateTime& dateTime)
 QDateTime ToLocalDateTime(FileTime time)
 {
     const std::int64_t epoch = FileTimeFromUnixMilliseconds(0);
-    const QDateTime local = QDateTime::fromMSecsSinceEpoch((time - epoch) / kFileTimePerMillisecond).toLocalTime();
+    QDateTime local = QDateTime::fromMSecsSinceEpoch((time - epoch) / kFileTimePerMillisecond).toLocalTime();
     if (time < 0 || !local.isValid() || !IsPlatformYear(local.date().year()))
         throw Win32Exception(ERROR_INVALID_PARAMETER, u"Cannot convert datetime");
     if (local.date().year() > kLastCalendarYear)

@@ -43,7 +43,7 @@ public:
         qsizetype length = 0;
         while (length < m_rest.size() && IsNameCharacter(m_rest[length]))
             ++length;
-        const QString name = m_rest.first(length).toString();
+        QString name = m_rest.first(length).toString();
         m_rest = m_rest.sliced(length);
         return name;
     }

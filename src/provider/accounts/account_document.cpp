@@ -73,10 +73,10 @@ public:
             ReadUsers(root.value(kUsers).toObject(), model);
             ReadGroups(root.value(kGroups).toObject(), model);
             ReadPermissions(root.value(kPermissions).toArray(), model);
-        } catch (const ProviderError& error_) {
-            if (error_.Description().contains(m_path))
+        } catch (const ProviderError& refusal) {
+            if (refusal.Description().contains(m_path))
                 throw;
-            Refuse(error_.Description());
+            Refuse(refusal.Description());
         }
         return model;
     }

@@ -266,7 +266,7 @@ void Writer::AddLine(const QByteArray& account, int access)
 
 QByteArray Writer::UserToken(const QString& name)
 {
-    const QByteArray encoded = name.toUtf8();
+    QByteArray encoded = name.toUtf8();
     if (AccountNames::IsPlain(name))
         return encoded;
     const QByteArray alias = MadeName("name/", encoded);
@@ -277,7 +277,7 @@ QByteArray Writer::UserToken(const QString& name)
 QByteArray Writer::GroupToken(std::size_t group)
 {
     const Account& account = m_accounts[group];
-    const QByteArray name = account.name.toUtf8();
+    QByteArray name = account.name.toUtf8();
     m_section.groups.append(name);
     if (!m_file.groups.contains(name)) {
         QByteArrayList members;
@@ -297,7 +297,7 @@ QByteArray Writer::SetToken(std::vector<std::size_t> accounts)
         members.append(m_accounts[account].isGroup ? '@' + GroupToken(account) : UserToken(m_accounts[account].name));
     std::sort(members.begin(), members.end());
     const QByteArray content = members.join(", ");
-    const QByteArray name = MadeName("set/", content);
+    QByteArray name = MadeName("set/", content);
     m_section.groups.append(name);
     m_file.groups.insert(name, name + " = " + content + '\n');
     return name;

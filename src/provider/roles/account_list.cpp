@@ -32,7 +32,7 @@ QString IdentifierOf(const WbemObjectPtr& object)
     if (!object || object->InheritsFrom(WindowsAccountClass()) != S_OK || Failed(object->Get(u"SID"_s, &value)))
         Refuse(roletexts::kNotAnAccount.Whole());
     const QString* text = std::get_if<QString>(&value);
-    const QString identifier = text ? *text : QString();
+    QString identifier = text ? *text : QString();
     try {
         StringToSid(identifier);
     } catch (const Exception&) {

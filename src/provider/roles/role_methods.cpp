@@ -36,7 +36,7 @@ void AddServerRole(ManagementClass& target, DataFolder& data, ServerRole role, c
 // The name of the repository that the method was called on; it is there.
 QString RepositoryOf(const MethodCall& call, DataFolder& data)
 {
-    const QString name = call.Key(u"Name"_s);
+    QString name = call.Key(u"Name"_s);
     if (!RepositoryStore(ServerSettingsReader(data.Settings()).RepositoriesRoot()).Exists(name))
         throw ProviderError(WBEM_E_NOT_FOUND, texts::kRepositoryMissing.toString().arg(RepositoryNames::Show(name)));
     return name;

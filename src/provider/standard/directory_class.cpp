@@ -76,8 +76,8 @@ QStringList SearchedKinds(const MethodCall& call)
 {
     constexpr std::array kKnown{directorykinds::kUser, directorykinds::kGroup, directorykinds::kComputer,
                                 directorykinds::kHost};
-    const QStringList kinds = call.StringArray(u"Kinds");
-    for (const QString& kind : kinds) {
+    QStringList kinds = call.StringArray(u"Kinds");
+    for (const QString& kind : std::as_const(kinds)) {
         if (std::ranges::find(kKnown, QStringView(kind)) == kKnown.end())
             throw ProviderError(WBEM_E_INVALID_PARAMETER,
                                 standardtexts::kBadSearchKind.arg(RepositoryNames::Show(kind)));

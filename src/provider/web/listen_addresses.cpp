@@ -162,7 +162,7 @@ ListenAddress::ListenAddress(const QString& host, int port)
 
 QString ListenAddress::Text() const
 {
-    const QString port = QString::number(m_port);
+    QString port = QString::number(m_port);
     if (IsEvery())
         return port;
     return (m_host.contains(u':') ? u'[' + m_host + u']' : m_host) + u':' + port;

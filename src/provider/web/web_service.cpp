@@ -202,7 +202,7 @@ QList<ListenAddress> WebService::Configure(const CancelCheck& cancel, const WebP
     const WebSettings settings = WebSettings::Read(m_data.Settings());
     const ApacheInstallation installation = m_find();
     installation.Require(ApacheConfiguration::NeededModules());
-    const QList<ListenAddress> addresses = ListenAddressesOf(settings);
+    QList<ListenAddress> addresses = ListenAddressesOf(settings);
     if (addresses.isEmpty())
         throw ProviderError(WBEM_E_FAILED, webtexts::kNoAddresses.Whole());
     if (!QFileInfo(settings.repositoriesRoot).isDir())
