@@ -27,6 +27,25 @@ constexpr std::chrono::seconds kLongestLoading(20);
 constexpr std::chrono::milliseconds kBetweenQuestions(5);
 constexpr int kNoticeMargin = 12;
 
+/// Sees whether a widget has been painted.
+class PaintWatch final : public QObject
+{
+public:
+    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool HasPainted() const { return m_hasPainted; }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_hasPainted = m_hasPainted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    bool m_hasPainted = false;
+};
+
 QString ReasonOf(WebBrowserFault fault)
 {
     return LoadString(fault == WebBrowserFault::NoSandbox ? StringId::kBrowserNoSandbox
@@ -56,6 +75,7 @@ DashboardView::DashboardView(IcMessages& messages, WebBrowserSource source, QWid
     m_notice->hide();
     m_blank->setBackgroundRole(QPalette::Base);
     m_blank->setAutoFillBackground(true);
+    m_blank->installEventFilter(this);
     m_stack->addWidget(m_blank);
     m_stack->addWidget(m_plain);
     m_patience.setSingleShot(true);
@@ -79,18 +99,36 @@ void DashboardView::Open(int resource)
     m_resource = resource;
     m_state = State::Loading;
     m_notice->hide();
-    if (!m_browser)
-        ShowWidget(*m_blank);
-    m_patience.start();
-    // Later: the window and what it can do come first.
+    m_patience.stop();
+    if (m_browser) {
+        LoadLater();
+        return;
+    }
+    // The window and what it can do come first: the browser is made once the window shows them.
+    m_loadsWhenPainted = true;
+    ShowWidget(*m_blank);
+    m_blank->update();
+}
+
+void DashboardView::LoadLater()
+{
+    m_loadsWhenPainted = false;
     QMetaObject::invokeMethod(
         this, [this] { Guarded(m_messages, [this] { LoadPage(); }); }, Qt::QueuedConnection);
+}
+
+bool DashboardView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_blank && event->type() == QEvent::Paint && m_loadsWhenPainted)
+        LoadLater();
+    return QWidget::eventFilter(watched, event);
 }
 
 void DashboardView::LoadPage()
 {
     if (m_state != State::Loading)
         return;
+    m_patience.start();
     if (!m_browser) {
         const WebBrowserFault fault = m_source(*this, &m_browser);
         if (!m_browser) {
@@ -188,15 +226,16 @@ bool DashboardView::WaitUntilDrawn(std::chrono::milliseconds limit)
 {
     QElapsedTimer timer;
     timer.start();
-    const auto goOn = [&] { return !timer.hasExpired(limit.count()) && m_state != State::Plain; };
-    const auto handleEvents = [] {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents,
-                                        static_cast<int>(kBetweenQuestions.count()));
-    };
     QTimer wake; // so that waiting for events ends
     wake.start(kBetweenQuestions);
-    while (goOn() && m_state != State::Loaded)
-        handleEvents();
+    const auto waitUntil = [&](auto&& isDone) {
+        while (!isDone() && !timer.hasExpired(limit.count()) && m_state != State::Plain)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents,
+                                            static_cast<int>(kBetweenQuestions.count()));
+    };
+    if (m_loadsWhenPainted)
+        LoadLater(); // a window that is on no screen is never painted
+    waitUntil([this] { return m_state == State::Loaded; });
     if (m_state == State::Loaded)
         Render();
     // One question at a time: a page that is busy would find more and more of them.
@@ -205,15 +244,26 @@ bool DashboardView::WaitUntilDrawn(std::chrono::milliseconds limit)
         bool isAwaited = false;
     };
     const auto answer = std::make_shared<Answer>();
-    while (goOn() && !answer->isDrawn) {
-        if (!std::exchange(answer->isAwaited, true)) {
+    waitUntil([&] {
+        if (!answer->isDrawn && m_state == State::Loaded && !std::exchange(answer->isAwaited, true)) {
             m_browser->RunScript(u"window.drawn"_s, [answer](const QString& text) {
                 *answer = {.isDrawn = !text.isEmpty(), .isAwaited = false};
             });
         }
-        handleEvents();
+        return answer->isDrawn;
+    });
+    if (!answer->isDrawn)
+        return m_state == State::Plain;
+    // The engine shows its frames later than it draws them, one behind the other. The second one from here comes behind
+    // all that is drawn now.
+    for (int frame = 0; frame < 2; ++frame) {
+        const PaintWatch watch(*m_browser->Widget().focusProxy());
+        m_browser->RunScript(u"drawAnew()"_s, {});
+        waitUntil([&] { return watch.HasPainted(); });
+        if (!watch.HasPainted())
+            return m_state == State::Plain;
     }
-    return answer->isDrawn || m_state == State::Plain;
+    return true;
 }
 
 void DashboardView::changeEvent(QEvent* event)

@@ -48,6 +48,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     enum class State { Closed, Loading, Loaded, Plain };
@@ -56,6 +57,7 @@ private:
     void OnLink(const QUrl& address) override;
     void OnEnded() override;
 
+    void LoadLater();
     void LoadPage();
     void Render();
     void OnRendered(const QString& answer);
@@ -69,6 +71,7 @@ private:
     std::optional<DashboardStatus> m_status;
     State m_state = State::Closed;
     int m_resource = 0;
+    bool m_loadsWhenPainted = false;
     QStackedWidget* m_stack;
     QWidget* m_blank;
     QLabel* m_notice;

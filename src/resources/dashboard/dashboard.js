@@ -17,6 +17,14 @@ function hideChildPanels(parentId) {
     parent.children[i].style.display = "none";
 }
 
+// Makes a frame that looks like the one before: all of these are the page's colour. There are three, so that two changes
+// before one frame don't come to nothing.
+var backgrounds = ["", "var(--base)", "linear-gradient(var(--base), var(--base))"];
+function drawAnew() {
+  backgrounds.push(backgrounds.shift());
+  document.body.style.background = backgrounds[0];
+}
+
 // F5 is the console's: the page never loads itself anew.
 function onKeyDown(event) {
   if (event.keyCode !== 116)
