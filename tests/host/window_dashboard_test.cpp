@@ -98,6 +98,33 @@ protected:
     std::optional<test::PageHands> page;
 };
 
+/// Sees a widget being painted for the first time in a state.
+class PaintWatch final : public QObject
+{
+public:
+    PaintWatch(QWidget& widget, std::function<bool()> isThere)
+        : m_isThere(std::move(isThere))
+    {
+        widget.installEventFilter(this);
+    }
+
+    bool hasPainted = false;
+    bool hadWebEngine = false;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (!hasPainted && event->type() == QEvent::Paint && m_isThere()) {
+            hasPainted = true;
+            hadWebEngine = test::MapsTheWebEngine();
+        }
+        return false;
+    }
+
+private:
+    std::function<bool()> m_isThere;
+};
+
 QString Dialog(DialogKind kind, int page = 0)
 {
     return u"dialog %1 page %2"_s.arg(static_cast<int>(kind)).arg(page);
@@ -108,12 +135,11 @@ QString Dialog(DialogKind kind, int page = 0)
 TEST_F(WindowDashboardTest, TheWindowIsUsableBeforeThePage)
 {
     window = std::make_unique<ConsoleWindow>(about, messages, &state);
+    window->LoadWhenPainted([this] { return CreateSnapIn(); });
+    PaintWatch watch(*Tree().viewport(), [this] { return Tree().model()->rowCount(RootIndex()) == 3; });
     window->show();
-    window->Load(CreateSnapIn());
-    EXPECT_EQ(Rows(*Tree().model(), RootIndex()), (QStringList{test::kRepositories, u"Users"_s, u"Groups"_s}));
-    EXPECT_TRUE(Action("refreshAction").isEnabled());
-    EXPECT_EQ(View().Browser(), nullptr);
-    EXPECT_FALSE(test::MapsTheWebEngine());
+    ASSERT_TRUE(test::WaitInLoop([&] { return watch.hasPainted; }));
+    EXPECT_FALSE(watch.hadWebEngine);
     EXPECT_TRUE(window->WaitUntilDrawn(kPatience));
     EXPECT_TRUE(test::MapsTheWebEngine());
 }
