@@ -87,7 +87,12 @@ public:
     int OpenConsoleWithDashboard()
     {
         m_goal = [this] { return HasServer(); };
-        m_then = [this] { return Console().WaitUntilDrawn(std::chrono::seconds(60)); };
+        m_then = [this] {
+            if (Console().WaitUntilDrawn(std::chrono::seconds(60)))
+                Finish();
+            else
+                QApplication::exit(EXIT_FAILURE);
+        };
         qApp->installEventFilter(this);
         return RunConsole({});
     }
@@ -131,8 +136,10 @@ protected:
         if (event->type() == QEvent::Paint && viewport != nullptr && m_goal &&
             qobject_cast<QTreeView*>(viewport->parentWidget()) != nullptr && m_goal()) {
             m_goal = nullptr;
-            QMetaObject::invokeMethod(
-                this, [this] { Finish(); }, Qt::QueuedConnection);
+            if (m_then)
+                QMetaObject::invokeMethod(this, m_then, Qt::QueuedConnection);
+            else
+                Finish(); // now: what waits behind this paint is no part of it
         }
         return false;
     }
@@ -158,30 +165,20 @@ private:
             if (text.isEmpty())
                 QTimer::singleShot(1, this, [this, &browser] { Poll(browser); });
             else
-                FinishPage();
+                Finish();
         });
     }
-    void FinishPage()
-    {
-        Tell();
-        QApplication::exit(EXIT_SUCCESS);
-    }
+    /// Prints what was reached, and ends.
     void Finish()
-    {
-        const bool isDone = !m_then || m_then();
-        if (m_then && isDone)
-            Tell();
-        QApplication::exit(isDone ? EXIT_SUCCESS : EXIT_FAILURE);
-    }
-    void Tell() const
     {
         const std::int64_t took = NowInMicroseconds() - m_start;
         std::printf("%lld %lld\n", static_cast<long long>(took), static_cast<long long>(MemoryInKiB()));
+        QApplication::exit(EXIT_SUCCESS);
     }
 
     std::int64_t m_start;
     std::function<bool()> m_goal;
-    std::function<bool()> m_then;
+    std::function<void()> m_then;
 };
 
 } // namespace quenvolta::bench
