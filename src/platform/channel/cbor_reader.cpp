@@ -192,11 +192,10 @@ void CborReader::Leave()
 {
     if (!Ok())
         return;
-    if (m_reader.lastError() != QCborError::NoError)
-        Fail(ChannelText::Malformed);
-    else if (m_reader.hasNext())
+    const bool isSound = m_reader.lastError() == QCborError::NoError;
+    if (isSound && m_reader.hasNext())
         Fail(ChannelText::WrongLength);
-    else if (!m_reader.leaveContainer())
+    else if (!isSound || !m_reader.leaveContainer())
         Fail(ChannelText::Malformed);
     --m_depth;
 }
