@@ -169,7 +169,7 @@ private:
         });
     }
     /// Prints what was reached, and ends.
-    void Finish()
+    void Finish() const
     {
         const std::int64_t took = NowInMicroseconds() - m_start;
         std::printf("%lld %lld\n", static_cast<long long>(took), static_cast<long long>(MemoryInKiB()));
