@@ -7,7 +7,6 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 Q_DECLARE_METATYPE(quenvolta::DirectoryObject)
@@ -196,8 +195,8 @@ void CObjectPickerDlg::KeepSelected()
 void CObjectPickerDlg::DropSelected()
 {
     const QList<int> rows = SelectedRows(*m_ui->chosen);
-    for (const int row : std::views::reverse(rows))
-        m_chosen.removeRow(row);
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row)
+        m_chosen.removeRow(*row);
     UpdateButtons();
 }
 
