@@ -15,9 +15,20 @@ InstanceRow::InstanceRow(ClassDefinitionPtr definition)
 
 InstanceRow& InstanceRow::Set(QStringView name, Variant value)
 {
-    if (const int index = m_definition->IndexOf(name); index >= 0)
-        m_values[index] = std::move(value);
+    SetAt(PlaceOf(name), std::move(value));
     return *this;
+}
+
+void InstanceRow::SetTextAt(int place, const QString& begin, const QString& end)
+{
+    if (place < 0)
+        return;
+    Variant& value = m_values[place];
+    if (!std::holds_alternative<QString>(value))
+        value = QString();
+    auto& text = std::get<QString>(value);
+    text.resize(0);
+    text.append(begin).append(end);
 }
 
 WbemObjectPtr InstanceRow::ToObject() const

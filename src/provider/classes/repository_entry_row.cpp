@@ -16,6 +16,11 @@ constexpr std::uint32_t kFolderKind = 1;
 RepositoryEntryRow::RepositoryEntryRow(const ClassDefinitionPtr& definition, const QString& repository,
                                        const QString& repositoryUrl, const AccountModel& accounts)
     : m_row(definition)
+    , m_path(m_row.PlaceOf(u"Path"))
+    , m_kind(m_row.PlaceOf(u"Kind"))
+    , m_name(m_row.PlaceOf(u"Name"))
+    , m_url(m_row.PlaceOf(u"URL"))
+    , m_inheritedOnly(m_row.PlaceOf(u"InheritedOnlyPermissions"))
     , m_repositoryUrl(repositoryUrl)
     , m_securedPaths(accounts.SecuredPaths(repository))
 {
@@ -26,11 +31,12 @@ const InstanceRow& RepositoryEntryRow::Of(const RepositoryEntry& entry)
 {
     if (m_folder != entry.parentPath)
         EnterFolder(entry.parentPath);
-    return m_row.Set(u"Path", entry.path)
-        .Set(u"Kind", entry.isFolder ? kFolderKind : kFileKind)
-        .Set(u"Name", entry.name)
-        .Set(u"URL", m_folderUrl + EncodeForUrl(entry.name))
-        .Set(u"InheritedOnlyPermissions", m_securedPaths.isEmpty() || !m_securedPaths.contains(entry.path));
+    m_row.SetAt(m_kind, entry.isFolder ? kFolderKind : kFileKind);
+    m_row.SetTextAt(m_path, entry.path, {});
+    m_row.SetTextAt(m_name, entry.name, {});
+    m_row.SetTextAt(m_url, m_folderUrl, EncodeForUrl(entry.name));
+    m_row.SetAt(m_inheritedOnly, m_securedPaths.isEmpty() || !m_securedPaths.contains(entry.path));
+    return m_row;
 }
 
 void RepositoryEntryRow::EnterFolder(const QString& parentPath)

@@ -27,6 +27,11 @@ private:
     void EnterFolder(const QString& parentPath);
 
     InstanceRow m_row;
+    int m_path;
+    int m_kind;
+    int m_name;
+    int m_url;
+    int m_inheritedOnly;
     QString m_repositoryUrl;
     QSet<QString> m_securedPaths;
     std::optional<QString> m_folder; // the parent that the row was last made for

@@ -20,6 +20,9 @@ namespace
 // With the library's default of 16 MB, folders of more than 50,000 entries become many times slower.
 constexpr apr_uint64_t kCacheBytes = 64U * 1024U * 1024U;
 
+// Enough for the entries of a folder of 30,000.
+constexpr apr_size_t kKeptBytes = 32U * 1024U * 1024U;
+
 bool Start()
 {
     if (apr_initialize() != APR_SUCCESS)
@@ -48,6 +51,17 @@ bool Start()
 void SvnLibrary::Initialize()
 {
     [[maybe_unused]] static const bool started = Start();
+}
+
+apr_pool_t* SvnLibrary::OperationPools()
+{
+    Initialize();
+    static apr_pool_t* const pools = [] {
+        apr_allocator_t* const allocator = svn_pool_create_allocator(TRUE);
+        apr_allocator_max_free_set(allocator, kKeptBytes);
+        return apr_allocator_owner_get(allocator);
+    }();
+    return pools;
 }
 
 } // namespace quenvolta

@@ -13,11 +13,10 @@ namespace quenvolta
 class SvnPool
 {
 public:
-    /// A pool with an allocator of its own, so that all its memory goes back when it ends.
+    /// A pool of an operation of its own.
     SvnPool()
+        : m_pool(svn_pool_create(SvnLibrary::OperationPools()))
     {
-        SvnLibrary::Initialize();
-        m_pool = apr_allocator_owner_get(svn_pool_create_allocator(FALSE));
     }
     /// A pool below `parent`, for what one step of a loop needs.
     explicit SvnPool(SvnPool& parent)
