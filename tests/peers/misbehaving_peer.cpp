@@ -281,8 +281,9 @@ const QHash<QString, std::function<void()>>& Modes()
         {u"frame-empty"_s, AnswersWith(QByteArray::fromHex("00000000"))},
         {u"garbage"_s, AnswersWith(MakeFrame(QByteArray(100, '\xFF')))},
         {u"too-deep"_s, AnswersWith(DeepAnswer(40))},
-        {u"too-many-items"_s, AnswersWith(MakeFrame(QByteArray::fromHex("850202f684614180f48183616103f49a00100000") +
-                                                    QByteArray(1 << 20, '\x80')))},
+        {u"too-many-items"_s,
+         AnswersWith(MakeFrame(QByteArray::fromHex("860202f684614180f48183616103f401819a00100000") +
+                               QByteArray(1 << 20, '\x80')))},
         {u"wrong-call-id"_s, AnswersWith(Encode(ResultMessage{999, S_OK, nullptr, {}}))},
         {u"wrong-direction"_s, AnswersWith(Encode(StopMessage{1}))},
         {u"rows-for-object"_s, AnswersWith(Encode(RowsMessage{2, std::nullopt, ItemShape(), {}}))},

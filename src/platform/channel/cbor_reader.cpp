@@ -2,6 +2,7 @@
 
 #include "platform/channel/protocol.h"
 
+#include <QStringDecoder>
 #include <QVarLengthArray>
 
 namespace quenvolta
@@ -60,14 +61,6 @@ bool CborReader::TakeNull()
     return true;
 }
 
-bool CborReader::TakeUndefined()
-{
-    if (!Ok() || !m_reader.isUndefined() || !Expect(true))
-        return false;
-    Advance();
-    return true;
-}
-
 bool CborReader::TakeBool()
 {
     if (!Expect(m_reader.isBool()))
@@ -112,12 +105,21 @@ QString CborReader::TakeText()
     QVarLengthArray<char, kUsualTextSize> bytes(static_cast<qsizetype>(length));
     const QCborStreamReader::StringResult<qsizetype> chunk = m_reader.readStringChunk(bytes.data(), bytes.size());
     if (chunk.status != QCborStreamReader::Ok || chunk.data != bytes.size() ||
-        m_reader.readStringChunk(bytes.data(), 0).status != QCborStreamReader::EndOfString ||
-        !QByteArrayView(bytes).isValidUtf8()) {
+        m_reader.readStringChunk(bytes.data(), 0).status != QCborStreamReader::EndOfString) {
         Fail(ChannelText::Malformed);
         return {};
     }
-    return QString::fromUtf8(QByteArrayView(bytes));
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom |
+                                                     QStringDecoder::Flag::ConvertInvalidToNull);
+    QString text(bytes.size(), Qt::Uninitialized);
+    const QChar* const end = decoder.appendToBuffer(text.data(), QByteArrayView(bytes));
+    if (decoder.hasError()) {
+        Fail(ChannelText::Malformed);
+        return {};
+    }
+    text.truncate(end - text.constData());
+    return text;
 }
 
 QByteArray CborReader::TakeBytes(qsizetype length)
@@ -169,13 +171,6 @@ void CborReader::EnterArrayOf(qsizetype length)
 {
     if (EnterArray() != length)
         Fail(ChannelText::WrongLength);
-}
-
-qsizetype CborReader::EnterArrayOfArrays(qsizetype length)
-{
-    if (length < 1)
-        Fail(ChannelText::WrongLength);
-    return Enter(m_reader.isArray(), 1 + length);
 }
 
 qsizetype CborReader::EnterMap(qsizetype most)

@@ -30,8 +30,6 @@ public:
 
     /// True, and the null is taken, when the next item is null.
     bool TakeNull();
-    /// The same for CBOR's "undefined".
-    bool TakeUndefined();
     bool TakeBool();
     std::int64_t TakeInteger(std::int64_t least, std::int64_t most);
     QString TakeText();
@@ -42,8 +40,6 @@ public:
     qsizetype EnterArray();
     /// Opens an array that must have `length` items.
     void EnterArrayOf(qsizetype length);
-    /// Opens an array whose items must be arrays of `length` items, at least one; gives the number of these.
-    qsizetype EnterArrayOfArrays(qsizetype length);
     /// Opens a map and gives its number of pairs, at most `most`.
     qsizetype EnterMap(qsizetype most);
     void Leave();

@@ -118,6 +118,13 @@ void CborWriter::EnterMap(qsizetype length)
     Head(kMap, static_cast<std::uint64_t>(length));
 }
 
+void CborWriter::Append(const CborWriter& items)
+{
+    m_data.append(items.m_data);
+    m_items += items.m_items;
+    m_ok = m_ok && items.m_ok && m_items <= kMaxItems;
+}
+
 void CborWriter::RollBack(qsizetype data, qsizetype items)
 {
     m_data.truncate(data);

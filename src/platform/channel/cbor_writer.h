@@ -15,7 +15,6 @@ class CborWriter
 {
 public:
     void Null() { Simple(0xF6); }
-    void Undefined() { Simple(0xF7); }
     void Bool(bool value) { Simple(value ? 0xF5 : 0xF4); }
     void Integer(std::int64_t value);
     /// A text that is no valid UTF-16 is a fault.
@@ -35,6 +34,9 @@ public:
     qsizetype Items() const { return m_items; }
     /// Says how many arrays and maps are to stand around what is written next.
     void SetDepth(int depth) { m_depth = depth; }
+
+    /// Adds the items that another writer wrote.
+    void Append(const CborWriter& items);
 
     /// Takes back what was written since `data` bytes and `items` items stood here, and a fault with it.
     void RollBack(qsizetype data, qsizetype items);

@@ -3,11 +3,14 @@
 #include "platform/channel/frame.h"
 #include "platform/channel/object_reader.h"
 #include "platform/channel/object_writer.h"
+#include "platform/channel/row_columns.h"
 #include "platform/channel/rows_sender.h"
 #include "platform/wbem/wbem_context.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace quenvolta
@@ -90,20 +93,19 @@ struct MessageWriter {
 
     void operator()(const RowsMessage& message) const
     {
-        EnterMessage(out, MessageKind::Rows, 5);
+        EnterMessage(out, MessageKind::Rows, kRowsMessageLength);
         WriteRowsHead(out, message.callId, message.parameter, *message.shape);
-        const auto length = static_cast<std::size_t>(message.shape->properties.size());
-        const std::span values(message.values.constData(), static_cast<std::size_t>(message.values.size()));
-        if (length == 0 || values.size() % length != 0) {
+        RowColumns columns(*message.shape);
+        const qsizetype length = message.shape->properties.size();
+        if (length == 0)
             out->Fail();
-            return;
+        for (qsizetype first = 0; first < message.values.size() && out->Ok(); first += length) {
+            const std::span values(message.values.constData() + first,
+                                   static_cast<std::size_t>(std::min(length, message.values.size() - first)));
+            if (!columns.Add(values, out->Items(), out->Data().size()))
+                out->Fail();
         }
-        out->EnterArray(message.Rows());
-        ObjectWriter writer(out);
-        for (std::size_t first = 0; first < values.size(); first += length)
-            writer.Values(*message.shape, values.subspan(first, length),
-                          first > 0 ? values.subspan(first - length, length) : std::span<const Variant>());
-        out->Leave();
+        columns.Write(out);
         out->Leave();
     }
 
@@ -215,7 +217,7 @@ Message TakeCall(CborReader* in, ShapeCache* shapes, qsizetype length)
 
 Message TakeRows(CborReader* in, ShapeCache* shapes, qsizetype length)
 {
-    ExpectLength(in, length, 5);
+    ExpectLength(in, length, kRowsMessageLength);
     ObjectReader reader(in, shapes);
     RowsMessage message;
     message.callId = TakeUint32(in);

@@ -20,7 +20,8 @@ public:
     /// Never null.
     ClassDefinitionPtr Shape();
     Variant Value(CimType type);
-    /// The values of objects of the shape, row behind row. A shape without properties has no rows.
+    /// The values of objects of the shape, row behind row, from their number and their columns. A shape without
+    /// properties has no rows.
     QList<Variant> Rows(const ClassDefinition& shape);
     /// An instance, a class's definition, or empty for null.
     WbemObjectPtr OptionalObject();
@@ -29,8 +30,10 @@ public:
     QStringList Texts();
 
 private:
-    /// Appends a value for each property; in a row behind another one, what is as there comes from there.
-    void Values(const ClassDefinition& shape, QList<Variant>* values);
+    QList<Variant> Values(const ClassDefinition& shape);
+    /// Reads the values of one property into `values`, `step` places apart.
+    void Column(CimType type, qsizetype rows, Variant* values, qsizetype step);
+    void ColumnOfTexts(qsizetype rows, Variant* values, qsizetype step);
     using MakeInstance = WbemObjectPtr (*)(ClassDefinitionPtr, QList<Variant>);
 
     WbemObjectPtr Object(MakeInstance makeInstance);

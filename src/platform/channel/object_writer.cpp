@@ -108,21 +108,16 @@ void ObjectWriter::Value(CimType type, const Variant& value)
     m_out->Fail();
 }
 
-void ObjectWriter::Values(const ClassDefinition& shape, std::span<const Variant> values,
-                          std::span<const Variant> previous)
+void ObjectWriter::Values(const ClassDefinition& shape, std::span<const Variant> values)
 {
     const auto length = static_cast<std::size_t>(shape.properties.size());
-    if (values.size() != length || (!previous.empty() && previous.size() != length)) {
+    if (values.size() != length) {
         m_out->Fail();
         return;
     }
     m_out->EnterArray(shape.properties.size());
-    for (std::size_t i = 0; i < length; ++i) {
-        if (!previous.empty() && values[i] == previous[i])
-            m_out->Undefined();
-        else
-            Value(shape.properties[static_cast<qsizetype>(i)].type, values[i]);
-    }
+    for (std::size_t i = 0; i < length; ++i)
+        Value(shape.properties[static_cast<qsizetype>(i)].type, values[i]);
     m_out->Leave();
 }
 

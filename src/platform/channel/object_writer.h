@@ -21,9 +21,8 @@ public:
     /// A class without its methods.
     void Shape(const ClassDefinition& definition);
     void Value(CimType type, const Variant& value);
-    /// One value for each property of `shape`. In a list, `previous` are the values of the row before: what is as
-    /// there is written as such.
-    void Values(const ClassDefinition& shape, std::span<const Variant> values, std::span<const Variant> previous = {});
+    /// One value for each property of `shape`.
+    void Values(const ClassDefinition& shape, std::span<const Variant> values);
     /// An instance or a class's definition; null for an empty pointer.
     void Object(const WbemObjectPtr& object);
 

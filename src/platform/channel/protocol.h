@@ -19,6 +19,12 @@ enum class MessageKind : std::uint8_t { Hello = 0, Call = 1, Rows = 2, Result = 
 /// What a call asks for.
 enum class Operation : std::uint8_t { OpenNamespace = 0, GetObject = 1, CreateInstanceEnum = 2, ExecMethod = 3 };
 
+/// The parts of a Rows message.
+inline constexpr qsizetype kRowsMessageLength = 6;
+
+/// A length among those of a column's texts: big-endian.
+inline constexpr qsizetype kTextLengthSize = 4;
+
 /// The first item of every object.
 enum class ObjectKind : std::uint8_t { Instance = 0, Class = 1 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/channel/cbor_writer.h"
+#include "platform/channel/row_columns.h"
 #include "platform/wbem/class_definition.h"
 
 #include <QByteArray>
@@ -30,14 +31,10 @@ public:
     void Flush();
 
 private:
-    bool FitsFrame() const;
-
     ClassDefinitionPtr m_shape;
     Sink m_sink;
     CborWriter m_head;
-    CborWriter m_body;
-    qsizetype m_count = 0;
-    QList<Variant> m_last; // the row before in the message; empty for the first
+    RowColumns m_columns;
 };
 
 /// The parts of a Rows message before its rows.
