@@ -87,15 +87,10 @@ bool CServerProxy::RepositoryExists(const QString& name)
 
 QList<RepositoryEntryInfo> CServerProxy::GetChildren(const TreePosition& position)
 {
-    const QList<WMIObject> children = ServerCall(m_connection, m_classes.repository, u"GetChildren"_s)
-                                          .With(u"Path"_s, position.path)
-                                          .Run(RepositoryPath(position.repositoryName))
-                                          .GetObjectArray(u"Children"_s);
-    QList<RepositoryEntryInfo> entries;
-    entries.reserve(children.size());
-    for (const WMIObject& child : children)
-        entries.append(ReadEntry(child));
-    return entries;
+    return ServerCall(m_connection, m_classes.repository, u"GetChildren"_s)
+        .With(u"Path"_s, position.path)
+        .RunForElements(RepositoryPath(position.repositoryName), u"Children"_s,
+                        [this](const WMIObject& child) { return ReadEntry(child); });
 }
 
 QString CServerProxy::GetUrl(const TreePosition& position)

@@ -28,3 +28,5 @@ struct RepositoryEntryInfo {
 };
 
 } // namespace quenvolta
+
+Q_DECLARE_TYPEINFO(quenvolta::RepositoryEntryInfo, Q_RELOCATABLE_TYPE);

@@ -10,6 +10,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <type_traits>
 
 namespace quenvolta
 {
@@ -38,7 +39,17 @@ public:
 
     /// Makes the call on an instance's path, or on the class's name for a static method; gives the outputs.
     WMIObject Run(const QString& target) const;
-    /// The same without waiting for the end: what the caller asks for the outcome. The context's value "ActivityId"
+    /// Makes the call for the elements of one of its outputs, each read by `read` while others are on their way.
+    template <typename Read>
+    auto RunForElements(const QString& target, const QString& parameter, const Read& read) const
+    {
+        QList<std::invoke_result_t<Read, const WMIObject&>> elements;
+        m_connection.VisitElements(
+            target, m_method, m_in, parameter, [&] { elements.clear(); },
+            [&](const WMIObject& element) { elements.append(read(element)); });
+        return elements;
+    }
+    /// The same as Run without waiting for the end: what the caller asks for the outcome. The context's value "ActivityId"
     /// lets the call be cancelled.
     WbemCallResultPtr Start(const QString& target, const WbemContextPtr& context) const;
 

@@ -6,6 +6,7 @@
 #include "platform/wbem/wbem_context.h"
 #include "wmi/wmi_error.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quenvolta
@@ -15,6 +16,17 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+
+// What a handle that gives no elements while they come has of them.
+HRESULT VisitWholeList(IWbemServices& services, const QString& path, const QString& method, const WbemObjectPtr& in,
+                       const QString& parameter, const std::function<void(const WMIObject&)>& visit)
+{
+    WbemObjectPtr out;
+    const HRESULT code = services.ExecMethod(path, method, 0, nullptr, in, &out, nullptr);
+    if (Succeeded(code))
+        std::ranges::for_each(WMIObject(out).GetObjectArray(parameter), visit);
+    return code;
+}
 
 // Steps of opening a namespace; each failure is raised with what the peer said about it.
 class NamespaceOpener
@@ -148,6 +160,20 @@ WMIObject WMIConnection::ExecMethod(const QString& path, const QString& method, 
         return services.ExecMethod(path, method, 0, nullptr, in.Handle(), &out, nullptr);
     }));
     return WMIObject(out);
+}
+
+void WMIConnection::VisitElements(const QString& path, const QString& method, const WMIObject& in,
+                                  const QString& parameter, const std::function<void()>& begin,
+                                  const std::function<void(const WMIObject&)>& visit)
+{
+    RaiseWmiError(Perform([&](IWbemServices& services) {
+        begin();
+        auto* const inPieces = dynamic_cast<IMethodElements*>(&services);
+        if (!inPieces)
+            return VisitWholeList(services, path, method, in.Handle(), parameter, visit);
+        return inPieces->VisitElements(path, method, in.Handle(), parameter,
+                                       [&](const WbemObjectPtr& element) { visit(WMIObject(element)); });
+    }));
 }
 
 WbemCallResultPtr WMIConnection::ExecMethodAsync(const QString& path, const QString& method, const WMIObject& in,

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace quenvolta
 {
@@ -39,6 +40,10 @@ public:
     /// Calls a method of an instance (by its path) or of a class (by its name) and gives the output parameters. `in`
     /// may be empty.
     WMIObject ExecMethod(const QString& path, const QString& method, const WMIObject& in = {});
+    /// Calls a method and hands over the elements of its output parameter `parameter`, an array of objects, while they
+    /// come. `begin` runs before the first one, and again when the call is repeated.
+    void VisitElements(const QString& path, const QString& method, const WMIObject& in, const QString& parameter,
+                       const std::function<void()>& begin, const std::function<void(const WMIObject&)>& visit);
     /// Starts a call that the caller asks for its outcome.
     WbemCallResultPtr ExecMethodAsync(const QString& path, const QString& method, const WMIObject& in,
                                       const WbemContextPtr& context);

@@ -6,6 +6,8 @@
 
 #include <QUuid>
 
+#include <stdexcept>
+
 namespace quenvolta
 {
 
@@ -114,6 +116,35 @@ TEST_F(ChannelCalls, ArrayParametersThatCameInRowsStandInTheOutput)
     HRESULT status = E_FAIL;
     EXPECT_EQ(result->GetCallStatus(0, &status), S_OK);
     EXPECT_EQ(status, S_OK);
+}
+
+TEST_F(ChannelCalls, ElementsOfAMethodAreVisitedWhileTheyCome)
+{
+    const WbemServicesPtr services = Connect(u"server"_s);
+    const auto elements = std::dynamic_pointer_cast<IMethodElements>(services);
+    ASSERT_TRUE(elements);
+    QStringList names;
+    QList<WbemObjectPtr> kept;
+    const auto visit = [&](const WbemObjectPtr& object) {
+        names.append(Text(object, "Name"));
+        if (names.size() % 100 == 0)
+            kept.append(object);
+    };
+    EXPECT_EQ(elements->VisitElements(u"Thing"_s, u"List"_s, CountInput(1500), u"Items"_s, visit), S_OK);
+    ASSERT_EQ(names.size(), 1501);
+    EXPECT_EQ(names[1234], u"item 1234"_s);
+    EXPECT_EQ(names[1500], u"end"_s);
+    ASSERT_EQ(kept.size(), 15);
+    for (int i = 0; i < 15; ++i) // what was kept stays as it was
+        EXPECT_EQ(Text(kept[i], "Name"), u"item %1"_s.arg(100 * i + 99));
+
+    // A visitor that gives up gives up the call, and the channel goes on.
+    EXPECT_THROW(elements->VisitElements(u"Thing"_s, u"List"_s, CountInput(1500), u"Items"_s,
+                                         [](const WbemObjectPtr&) { throw std::runtime_error("enough"); }),
+                 std::runtime_error);
+    names.clear();
+    EXPECT_EQ(elements->VisitElements(u"Thing"_s, u"List"_s, nullptr, u"Items"_s, visit), S_OK);
+    EXPECT_TRUE(names.isEmpty());
 }
 
 TEST_F(ChannelCalls, AnEnumerationThatIsDroppedEndsAndTheChannelGoesOn)

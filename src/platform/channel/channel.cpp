@@ -69,9 +69,9 @@ std::uint32_t Channel::NextCallId()
     return m_lastCallId;
 }
 
-std::shared_ptr<PendingCall> Channel::Send(CallMessage call)
+std::shared_ptr<PendingCall> Channel::Send(CallMessage call, const std::optional<QString>& streamed)
 {
-    auto pending = std::make_shared<PendingCall>(call.operation);
+    auto pending = std::make_shared<PendingCall>(call.operation, streamed);
     if (!IsAlive()) {
         pending->Lose(RPC_E_DISCONNECTED, CreateErrorInfo(m_failure.text));
         return pending;

@@ -32,7 +32,7 @@ public:
 
     /// Sends a call; its callId is chosen here. Null when the call can't travel. On a dead channel the call is done at
     /// once, with RPC_E_DISCONNECTED. Who drops the call doesn't get its answer.
-    std::shared_ptr<PendingCall> Send(CallMessage call);
+    std::shared_ptr<PendingCall> Send(CallMessage call, const std::optional<QString>& streamed = std::nullopt);
     /// Tells the provider that the rest of an enumeration isn't wanted.
     void Stop(const std::shared_ptr<PendingCall>& call);
 

@@ -4,6 +4,8 @@
 #include "platform/channel/instance_enumerator.h"
 #include "platform/channel/wait_until.h"
 
+#include <QScopeGuard>
+
 #include <utility>
 
 namespace quenvolta
@@ -24,12 +26,13 @@ ChannelServices::ChannelServices(std::shared_ptr<Channel> channel, QString names
     m_blanket.impersonationLevel = RPC_C_IMP_LEVEL_IMPERSONATE;
 }
 
-HRESULT ChannelServices::Send(CallMessage call, std::shared_ptr<PendingCall>* pending)
+HRESULT ChannelServices::Send(CallMessage call, std::shared_ptr<PendingCall>* pending,
+                              const std::optional<QString>& streamed)
 {
     const QUuid given = std::exchange(m_nextRequestId, QUuid());
     call.requestId = given.isNull() ? QUuid::createUuid() : given;
     call.namespaceName = m_namespaceName;
-    *pending = m_channel->Send(std::move(call));
+    *pending = m_channel->Send(std::move(call), streamed);
     if (*pending)
         return S_OK;
     SetErrorInfo(CreateErrorInfo(ChannelTextOf(ChannelText::CannotSend)));
@@ -88,6 +91,30 @@ HRESULT ChannelServices::CreateInstanceEnum(const QString& className, int flags,
     }
     *enumerator = std::make_shared<InstanceEnumerator>(m_channel, std::move(pending));
     return S_OK;
+}
+
+HRESULT ChannelServices::VisitElements(const QString& path, const QString& method, const WbemObjectPtr& in,
+                                       const QString& parameter, const WbemObjectVisitor& visit)
+{
+    CallMessage call;
+    call.operation = Operation::ExecMethod;
+    call.target = path;
+    call.method = method;
+    call.input = in;
+    std::shared_ptr<PendingCall> pending;
+    if (const HRESULT code = Send(std::move(call), &pending, parameter); Failed(code))
+        return code;
+    const auto stop = qScopeGuard([&] {
+        if (!pending->IsDone())
+            m_channel->Stop(pending);
+    });
+    do {
+        WaitUntil(m_channel.get(), kForever, [&] { return pending->IsDone() || pending->HasElements(); });
+        pending->VisitElements(visit);
+    } while (!pending->IsDone());
+    if (Failed(pending->Code()))
+        pending->PublishError();
+    return pending->Code();
 }
 
 HRESULT ChannelServices::ExecMethod(const QString& path, const QString& method, int flags,

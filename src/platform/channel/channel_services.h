@@ -8,12 +8,16 @@
 #include <QUuid>
 
 #include <memory>
+#include <optional>
 
 namespace quenvolta
 {
 
 /// A namespace that is reached through a channel.
-class ChannelServices final : public IWbemServices, public IRequestIdentity, public IClientSecurity
+class ChannelServices final : public IWbemServices,
+                              public IMethodElements,
+                              public IRequestIdentity,
+                              public IClientSecurity
 {
 public:
     /// `namespaceName` is the part behind `root\`.
@@ -28,14 +32,19 @@ public:
     HRESULT ExecMethod(const QString& path, const QString& method, int flags, const WbemContextPtr& context,
                        const WbemObjectPtr& in, WbemObjectPtr* out, WbemCallResultPtr* result) override;
 
+    HRESULT VisitElements(const QString& path, const QString& method, const WbemObjectPtr& in, const QString& parameter,
+                          const WbemObjectVisitor& visit) override;
+
     void SetNextRequestId(const QUuid& id) override { m_nextRequestId = id; }
 
     HRESULT QueryBlanket(ProxyBlanket* blanket) const override;
     HRESULT SetBlanket(const ProxyBlanket& blanket) override;
 
 private:
-    /// Completes the call and sends it. WBEM_E_INVALID_PARAMETER when it can't travel.
-    HRESULT Send(CallMessage call, std::shared_ptr<PendingCall>* pending);
+    /// Completes the call and sends it; `streamed` is the parameter whose elements are wanted piece by piece.
+    /// WBEM_E_INVALID_PARAMETER when it can't travel.
+    HRESULT Send(CallMessage call, std::shared_ptr<PendingCall>* pending,
+                 const std::optional<QString>& streamed = std::nullopt);
     /// Sends and waits for the answer; its code.
     HRESULT SendAndWait(CallMessage call, std::shared_ptr<PendingCall>* pending);
 

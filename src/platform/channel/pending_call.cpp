@@ -2,6 +2,9 @@
 
 #include "platform/wbem/wbem_object.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace quenvolta
 {
 
@@ -21,6 +24,10 @@ bool PendingCall::Take(const RowsMessage& message)
     const Operation expected = message.parameter ? Operation::ExecMethod : Operation::CreateInstanceEnum;
     if (m_operation != expected)
         return false;
+    if (message.parameter && message.parameter == m_streamed) {
+        m_elements.append(message);
+        return true;
+    }
     QList<WbemObjectPtr>& objects = message.parameter ? m_parameters[*message.parameter] : m_instances;
     for (qsizetype first = 0; first < message.values.size(); first += message.shape->properties.size())
         objects.append(std::make_shared<WbemObject>(message.shape, message.values, first));
@@ -40,6 +47,28 @@ bool PendingCall::Take(const ResultMessage& message)
     m_error = std::visit(ErrorInfoMaker{}, message.error);
     m_done = true;
     return true;
+}
+
+void PendingCall::VisitElements(const WbemObjectVisitor& visit)
+{
+    while (!m_elements.isEmpty()) {
+        const RowsMessage rows = m_elements.takeFirst(); // whose memory is free for the next message behind the loop
+        std::shared_ptr<WbemObject> object;
+        for (qsizetype first = 0; first < rows.values.size(); first += rows.shape->properties.size()) {
+            // One object after the other is made of the same memory, unless somebody holds the last one.
+            if (object && object.use_count() == 1)
+                *object = WbemObject(rows.shape, rows.values, first);
+            else
+                object = std::make_shared<WbemObject>(rows.shape, rows.values, first);
+            visit(object);
+        }
+    }
+    // A short list may come whole.
+    Variant whole;
+    if (!m_done || !m_object || Failed(m_object->Get(*m_streamed, &whole)))
+        return;
+    if (const auto* const elements = std::get_if<QList<WbemObjectPtr>>(&whole))
+        std::ranges::for_each(*elements, visit);
 }
 
 bool PendingCall::TakeParameters(const WbemObjectPtr& object)

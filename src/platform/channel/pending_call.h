@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace quenvolta
 {
 
@@ -14,8 +16,10 @@ namespace quenvolta
 class PendingCall
 {
 public:
-    explicit PendingCall(Operation operation)
+    /// The elements of the output parameter `streamed` are handed out by VisitElements while they come.
+    explicit PendingCall(Operation operation, const std::optional<QString>& streamed = std::nullopt)
         : m_operation(operation)
+        , m_streamed(streamed)
     {
     }
 
@@ -28,6 +32,9 @@ public:
     const WbemObjectPtr& Object() const { return m_object; }
     /// Instances of an enumeration that came and weren't taken.
     QList<WbemObjectPtr>& Instances() { return m_instances; }
+    /// Elements of the streamed parameter came and weren't visited.
+    bool HasElements() const { return !m_elements.isEmpty(); }
+    void VisitElements(const WbemObjectVisitor& visit);
     /// Gives the failure's information to the thread.
     void PublishError() const { SetErrorInfo(m_error); }
 
@@ -42,12 +49,14 @@ private:
     bool TakeParameters(const WbemObjectPtr& object);
 
     Operation m_operation;
+    std::optional<QString> m_streamed;
     bool m_done = false;
     bool m_lost = false;
     HRESULT m_code = S_OK;
     WbemObjectPtr m_object;
     ErrorInfoPtr m_error;
     QList<WbemObjectPtr> m_instances;
+    QList<RowsMessage> m_elements;
     QHash<QString, QList<WbemObjectPtr>> m_parameters; // of a method, by name
 };
 

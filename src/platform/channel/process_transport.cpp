@@ -22,7 +22,9 @@ namespace
 
 constexpr qsizetype kMaxErrorOutput = 64 * 1024;
 constexpr std::size_t kReadSize = 64 * 1024;
-constexpr qsizetype kMaxReceive = 1024 * 1024;
+constexpr int kPipeSize = 1024 * 1024;
+// What is taken at once is looked through before the processor's caches have forgotten it.
+constexpr qsizetype kMaxReceive = 64 * 1024;
 /// A child that ended while one of its own children holds the output open shows no end of the output.
 constexpr auto kLifeSignInterval = 200ms;
 constexpr auto kEndInterval = 10ms;
@@ -107,6 +109,9 @@ bool ProcessTransport::OpenPipes()
     if (::pipe2(output.data(), O_CLOEXEC) != 0)
         return false;
     m_output = UniqueFd(output[0]);
+    // A provider that needn't wait for the console to read works on; a smaller pipe does as well where the system
+    // grants no more.
+    [[maybe_unused]] const int granted = ::fcntl(output[0], F_SETPIPE_SZ, kPipeSize);
     m_childOutput = UniqueFd(output[1]);
     if (::pipe2(error.data(), O_CLOEXEC) != 0)
         return false;

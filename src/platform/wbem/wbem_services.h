@@ -5,6 +5,8 @@
 
 #include <QUuid>
 
+#include <functional>
+
 namespace quenvolta
 {
 
@@ -68,6 +70,21 @@ public:
                                const WbemObjectPtr& in, WbemObjectPtr* out, WbemCallResultPtr* result) = 0;
 };
 using WbemServicesPtr = std::shared_ptr<IWbemServices>;
+
+/// Takes an object of a list. The next one may stand in the same object, unless the visitor kept it.
+using WbemObjectVisitor = std::function<void(const WbemObjectPtr&)>;
+
+/// What the handle of an open namespace offers beside IWbemServices when a method's long list can be had piece by
+/// piece while it comes.
+class IMethodElements
+{
+public:
+    virtual ~IMethodElements() = default;
+    /// Calls a method like IWbemServices::ExecMethod and hands over the elements of its output parameter `parameter`,
+    /// an array of objects. After a failure what was handed over is a part of them.
+    virtual HRESULT VisitElements(const QString& path, const QString& method, const WbemObjectPtr& in,
+                                  const QString& parameter, const WbemObjectVisitor& visit) = 0;
+};
 
 /// What the handle of an open namespace offers beside IWbemServices when its calls carry an identifier of their
 /// own: the caller that repeats a call on a new connection gives it the same identifier, and the server
