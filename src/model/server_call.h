@@ -49,8 +49,8 @@ public:
             [&](const WMIObject& element) { elements.append(read(element)); });
         return elements;
     }
-    /// The same as Run without waiting for the end: what the caller asks for the outcome. The context's value "ActivityId"
-    /// lets the call be cancelled.
+    /// The same as Run without waiting for the end: what the caller asks for the outcome. The context's value
+    /// "ActivityId" lets the call be cancelled.
     WbemCallResultPtr Start(const QString& target, const WbemContextPtr& context) const;
 
 private:

@@ -53,14 +53,12 @@ private:
         PlainSortKeys keys;
         keys.Reserve(nodes.size());
         for (const NodePtr& node : nodes) {
-            if (!keys.Add(node->Name()))
+            if (!keys.Add(node->Name(), node->IsFolder()))
                 return false;
         }
         std::vector<std::uint32_t> order(nodes.size());
         std::iota(order.begin(), order.end(), 0U);
         std::ranges::stable_sort(order, [&](std::uint32_t left, std::uint32_t right) {
-            if (nodes[left]->IsFolder() != nodes[right]->IsFolder())
-                return nodes[left]->IsFolder();
             const int byName = keys.Compare(left, right);
             return byName != 0 ? byName < 0 : m_collator.compare(nodes[left]->Path(), nodes[right]->Path()) < 0;
         });

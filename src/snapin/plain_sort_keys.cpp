@@ -9,6 +9,8 @@ namespace
 {
 
 constexpr std::string_view kPunctuation = " _-,;:!?.'\"()[]{}@*/\\&#%`^+<=>|~$";
+constexpr char kFolderMark = 1;
+constexpr char kFileMark = 2;
 constexpr char kNumberWeight = 64;
 constexpr char kFirstLetterWeight = 65;
 // Beyond it a run of digits has no key of one byte of length.
@@ -42,8 +44,9 @@ void PlainSortKeys::Reserve(std::size_t names)
     m_ends.reserve(names + 1);
 }
 
-bool PlainSortKeys::Add(const QString& name)
+bool PlainSortKeys::Add(const QString& name, bool isFolder)
 {
+    m_bytes.push_back(isFolder ? kFolderMark : kFileMark);
     const char16_t* unit = reinterpret_cast<const char16_t*>(name.utf16());
     const char16_t* const end = unit + name.size();
     while (unit != end) {

@@ -19,8 +19,9 @@ public:
     /// Room for so many names.
     void Reserve(std::size_t names);
 
-    /// Appends the key of the next name. False when it isn't plain ASCII; the keys are of no use then.
-    bool Add(const QString& name);
+    /// Appends the key of the next name; those of folders come before all others. False when it isn't plain ASCII; the
+    /// keys are of no use then.
+    bool Add(const QString& name, bool isFolder);
 
     /// Below zero when the name that was added as `left` (0 is the first) comes before `right`, 0 when neither does.
     int Compare(std::uint32_t left, std::uint32_t right) const { return KeyOf(left).compare(KeyOf(right)); }

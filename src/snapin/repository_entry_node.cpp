@@ -3,18 +3,20 @@
 #include "model/model.h"
 #include "snapin/node_images.h"
 
+#include <utility>
+
 namespace quenvolta
 {
 
 CRepositoryEntryNode::CRepositoryEntryNode(const NodeServices& services, std::shared_ptr<RepositoryInfo> repository,
-                                           const RepositoryEntryInfo& entry)
+                                           RepositoryEntryInfo entry)
     : CRepositoryNode(services, std::move(repository), entry.kind == EntryKind::Folder, entry.permissionState,
                       ImageOf(entry.kind == EntryKind::Folder ? kImageFolder : kImageFile, entry.permissionState))
-    , m_name(entry.name)
-    , m_path(entry.path)
+    , m_name(std::move(entry.name))
+    , m_path(std::move(entry.path))
 {
     if (!entry.url.isEmpty())
-        SetUrl(entry.url);
+        SetUrl(std::move(entry.url));
 }
 
 void CRepositoryEntryNode::SetVerbs(IConsoleVerb& verb)

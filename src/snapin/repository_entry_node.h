@@ -11,7 +11,7 @@ class CRepositoryEntryNode final : public CRepositoryNode
 {
 public:
     CRepositoryEntryNode(const NodeServices& services, std::shared_ptr<RepositoryInfo> repository,
-                         const RepositoryEntryInfo& entry);
+                         RepositoryEntryInfo entry);
 
     const QString& Name() const override { return m_name; }
     const QString& Path() const override { return m_path; }

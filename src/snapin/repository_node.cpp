@@ -192,10 +192,10 @@ void CRepositoryNode::LoadChildren()
     if (m_childrenLoaded)
         return;
     ReadChildren(StringId::kNoRepositoryAccess, [this] {
-        const QList<RepositoryEntryInfo> entries = Model().GetChildren(Position());
+        QList<RepositoryEntryInfo> entries = Model().GetChildren(Position());
         m_children.reserve(static_cast<std::size_t>(entries.size()));
-        for (const RepositoryEntryInfo& entry : entries)
-            m_children.push_back(std::make_shared<CRepositoryEntryNode>(Services(), m_repository, entry));
+        for (RepositoryEntryInfo& entry : entries)
+            m_children.push_back(std::make_shared<CRepositoryEntryNode>(Services(), m_repository, std::move(entry)));
         NaturalOrder().Sort(m_children);
         m_childrenLoaded = true;
     });

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace quenvolta
@@ -77,7 +78,7 @@ protected:
     }
     RepositoryInfo& Repository() { return *m_repository; }
     void SetPermissionState(PermissionState state) { m_permissionState = state; }
-    void SetUrl(const QString& url) { m_url = url; }
+    void SetUrl(QString url) { m_url = std::move(url); }
     HRESULT ShowDescription(IConsole& console);
 
 private:
