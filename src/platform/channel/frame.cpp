@@ -7,16 +7,14 @@
 namespace quenvolta
 {
 
-QByteArray MakeFrame(QByteArrayView first, QByteArrayView second)
+QByteArray MakeFrame(QByteArrayView bytes)
 {
-    const qsizetype size = first.size() + second.size();
-    if (size > kMaxFrameSize)
+    if (bytes.size() > kMaxFrameSize)
         return {};
     QByteArray frame(kFrameHeaderSize, Qt::Uninitialized);
-    qToBigEndian(static_cast<quint32>(size), frame.data());
-    frame.reserve(kFrameHeaderSize + size);
-    frame.append(first);
-    frame.append(second);
+    qToBigEndian(static_cast<quint32>(bytes.size()), frame.data());
+    frame.reserve(kFrameHeaderSize + bytes.size());
+    frame.append(bytes);
     return frame;
 }
 

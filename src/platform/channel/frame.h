@@ -6,7 +6,7 @@
 namespace quenvolta
 {
 
-/// The parts one after another as one frame, its length before them; empty when they are longer than a frame may be.
-QByteArray MakeFrame(QByteArrayView first, QByteArrayView second = {});
+/// The bytes as one frame, their length before them; empty when they are longer than a frame may be.
+QByteArray MakeFrame(QByteArrayView bytes);
 
 } // namespace quenvolta

@@ -1,6 +1,7 @@
 #include "platform/channel/object_reader.h"
 
 #include "platform/channel/protocol.h"
+#include "platform/channel/row_column.h"
 #include "platform/wbem/wbem_object.h"
 
 #include <QtEndian>
@@ -34,11 +35,6 @@ bool IsCimType(CimType type)
         return true;
     }
     return false;
-}
-
-bool IsText(CimType type)
-{
-    return type == CimType::String || type == CimType::Datetime;
 }
 
 template <typename Class>
@@ -186,7 +182,7 @@ QList<Variant> ObjectReader::Values(const ClassDefinition& shape)
 void ObjectReader::Column(CimType type, qsizetype rows, Variant* values, qsizetype step)
 {
     const qsizetype length = m_in->EnterArray();
-    if (length == 2 && m_in->NextType() == QCborStreamReader::ByteArray && IsText(type)) {
+    if (length == 2 && m_in->NextType() == QCborStreamReader::ByteArray && IsPackedType(type)) {
         ColumnOfTexts(rows, values, step);
         m_in->Leave();
         return;

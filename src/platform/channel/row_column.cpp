@@ -22,11 +22,6 @@ constexpr int kDepth = 3;
 constexpr qsizetype kMostBytes = 3;
 constexpr qsizetype kHeadSize = 9;
 
-bool IsText(CimType type)
-{
-    return type == CimType::String || type == CimType::Datetime;
-}
-
 bool IsWhole(QStringView text)
 {
     return std::none_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); }) || text.isValidUtf16();
@@ -67,7 +62,7 @@ void RowColumn::Add(const Variant& value)
     if (m_form == Form::Shared) {
         if (value == m_first)
             return;
-        Begin(IsText(m_type) ? Form::Texts : Form::Values);
+        Begin(IsPackedType(m_type) ? Form::Texts : Form::Values);
         for (qsizetype row = 1; row < m_rows; ++row)
             Append(m_first);
     }

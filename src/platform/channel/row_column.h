@@ -10,6 +10,12 @@
 namespace quenvolta
 {
 
+/// True for the types whose values a column may hold as one text.
+inline bool IsPackedType(CimType type)
+{
+    return type == CimType::String || type == CimType::Datetime;
+}
+
 /// One property's values in rows being written: once when all rows share the value, texts packed together, everything
 /// else one behind the other.
 class RowColumn
